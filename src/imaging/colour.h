@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Colour management: embedded profiles to sRGB, and CMYK with or without one.
+#pragma once
+
+#include <QImage>
+#include <cstdint>
+#include <memory>
+
+#include "imaging/codec.h"
+
+namespace zqm {
+
+/// The picture in sRGB. It comes back unchanged where the profile is broken, describes another kind
+/// of pixels (a gray profile on RGB), or is sRGB already. Gray stays gray, with the tone of sRGB.
+/// `picture` has a format that codecs give.
+QImage ToSrgb(QImage picture, ByteView profile);
+
+/// Rows of CMYK (8 bits, 255 is full ink) to RGB by a profile, or, without a usable one, by the
+/// plain formula (255 - ink) * (255 - black) / 255.
+class CmykConverter {
+ public:
+  explicit CmykConverter(ByteView profile = {});
+
+  /// `rgb` takes three bytes a pixel.
+  void ConvertRow(const std::uint8_t* cmyk, std::uint8_t* rgb, int width) const;
+
+ private:
+  std::shared_ptr<void> transform_;
+};
+
+}  // namespace zqm

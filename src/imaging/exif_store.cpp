@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "imaging/exif_store.h"
+
+#include <array>
+#include <charconv>
+#include <exiv2/exiv2.hpp>
+#include <mutex>
+#include <unordered_map>
+
+#include "imaging/fraction.h"
+#include "shell/text.h"
+
+namespace zqm {
+namespace {
+
+std::mutex xmpMutex;
+
+void LockXmp(void*, bool lock) {
+  lock ? xmpMutex.lock() : xmpMutex.unlock();
+}
+
+void InitialiseOnce() {
+  static std::once_flag once;
+  std::call_once(once, [] {
+    Exiv2::LogMsg::setLevel(Exiv2::LogMsg::mute);
+    Exiv2::XmpParser::initialize(LockXmp, nullptr);
+  });
+}
+
+constexpr std::array<const char*, 3> kGroupNames{"Image", "Photo", "GPSInfo"};
+
+std::uint32_t IndexKey(std::size_t group, int tag) {
+  return static_cast<std::uint32_t>(group) << 16 | static_cast<std::uint32_t>(tag);
+}
+
+std::uint32_t IndexKey(ExifTag tag) {
+  return IndexKey(static_cast<std::size_t>(tag.group), tag.number);
+}
+
+Exiv2::ExifKey LibraryKey(ExifTag tag) {
+  return Exiv2::ExifKey(static_cast<std::uint16_t>(tag.number),
+                        kGroupNames[static_cast<std::size_t>(tag.group)]);
+}
+
+/// Tags of the main directory that say something about the photo; the others there describe how a
+/// TIFF file is laid out.
+constexpr std::array kDescriptiveTags{0x010E, 0x010F, 0x0110, 0x0131, 0x0132, 0x013B, 0x013C,
+                                      0x8298, 0x9C9B, 0x9C9C, 0x9C9D, 0x9C9E, 0x9C9F};
+
+QString ShortestDecimal(double value) {
+  if (!std::isfinite(value) || value == 0.0) return QStringLiteral("0");
+  std::array<char, 512> buffer;
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
+  return QString::fromLatin1(buffer.data(), end.ptr - buffer.data());
+}
+
+QByteArray RawBytes(const Exiv2::Value& value) {
+  QByteArray bytes(static_cast<qsizetype>(value.size()), Qt::Uninitialized);
+  value.copy(reinterpret_cast<Exiv2::byte*>(bytes.data()), Exiv2::littleEndian);
+  return bytes;
+}
+
+QString NumberOf(const Exiv2::Value& value, long index) {
+  switch (value.typeId()) {
+    case Exiv2::unsignedRational:
+    case Exiv2::signedRational:
+      break;
+    case Exiv2::tiffFloat:
+    case Exiv2::tiffDouble:
+      return ShortestDecimal(static_cast<double>(value.toFloat(index)));
+    case Exiv2::asciiString:
+    case Exiv2::undefined:
+    case Exiv2::comment:
+      return index == 0 ? FromUtf8OrLatin1(RawBytes(value)) : QString();
+    default:
+      return QString::number(value.toLong(index));
+  }
+  if (const auto* rationals = dynamic_cast<const Exiv2::URationalValue*>(&value)) {
+    const auto [top, bottom] = rationals->value_.at(static_cast<std::size_t>(index));
+    return bottom == 0 ? QStringLiteral("0") : ShortestDecimal(double(top) / double(bottom));
+  }
+  const auto [top, bottom] = value.toRational(index);
+  return bottom == 0 ? QStringLiteral("0") : ShortestDecimal(double(top) / double(bottom));
+}
+
+}  // namespace
+
+struct ExifStore::Data {
+  Exiv2::ExifData exif;
+  QByteArray xmp;
+  QByteArray iptc;
+  std::unordered_map<std::uint32_t, const Exiv2::Exifdatum*> index;
+
+  Data() = default;
+  Data(const Data& other) : exif(other.exif), xmp(other.xmp), iptc(other.iptc) { Reindex(); }
+  Data& operator=(const Data&) = delete;
+
+  // The library looks a key up by comparing texts along the whole list; a reader asks for a
+  // hundred.
+  void Reindex() {
+    index.clear();
+    for (const Exiv2::Exifdatum& datum : exif) {
+      const std::string group = datum.groupName();
+      const auto known = std::ranges::find(kGroupNames, group);
+      if (known == kGroupNames.end()) continue;
+      index.emplace(IndexKey(static_cast<std::size_t>(known - kGroupNames.begin()), datum.tag()),
+                    &datum);
+    }
+  }
+
+  const Exiv2::Value* Find(ExifTag tag) const {
+    const auto found = index.find(IndexKey(tag));
+    if (found == index.end() || found->second->count() == 0) return nullptr;
+    return &found->second->value();
+  }
+};
+
+ExifStore::ExifStore() : data_(std::make_shared<Data>()) {}
+
+ExifStore ExifStore::Read(ByteView file) {
+  InitialiseOnce();
+  ExifStore store;
+  try {
+    const auto image = Exiv2::ImageFactory::open(file.data(), static_cast<long>(file.size()));
+    if (image.get() == nullptr) return store;
+    image->readMetadata();
+    store.data_->exif = image->exifData();
+    const std::string& packet = image->xmpPacket();
+    store.data_->xmp = QByteArray(packet.data(), static_cast<qsizetype>(packet.size()));
+    if (!image->iptcData().empty()) {
+      const Exiv2::DataBuf block = Exiv2::IptcParser::encode(image->iptcData());
+      store.data_->iptc = QByteArray(reinterpret_cast<const char*>(block.pData_), block.size_);
+    }
+    store.data_->Reindex();
+  } catch (const std::exception&) {
+    // Broken or unknown metadata is no reason to refuse a picture: it just has none.
+    return ExifStore();
+  }
+  return store;
+}
+
+bool ExifStore::Empty() const {
+  return data_->exif.empty();
+}
+
+bool ExifStore::HasDescriptiveTag() const {
+  return std::ranges::any_of(data_->index, [](const auto& entry) {
+    const auto group = static_cast<ExifGroup>(entry.first >> 16);
+    return group != ExifGroup::Image ||
+           std::ranges::find(kDescriptiveTags, static_cast<int>(entry.first & 0xFFFF)) !=
+               kDescriptiveTags.end();
+  });
+}
+
+QString ExifStore::Text(ExifTag tag) const {
+  const Exiv2::Value* value = data_->Find(tag);
+  if (value == nullptr) return QString();
+  QByteArray bytes = RawBytes(*value);
+  if (const qsizetype end = bytes.indexOf('\0'); end >= 0) bytes.truncate(end);
+  return FromUtf8OrLatin1(bytes);
+}
+
+QString ExifStore::Comment(ExifTag tag) const {
+  const Exiv2::Value* value = data_->Find(tag);
+  if (value == nullptr) return QString();
+  const auto* comment = dynamic_cast<const Exiv2::CommentValue*>(value);
+  if (comment == nullptr) return Text(tag);
+  try {
+    const std::string text = comment->comment();
+    QByteArray bytes(text.data(), static_cast<qsizetype>(text.size()));
+    if (const qsizetype end = bytes.indexOf('\0'); end >= 0) bytes.truncate(end);
+    return FromUtf8OrLatin1(bytes);
+  } catch (const std::exception&) {
+    return QString();
+  }
+}
+
+std::optional<QString> ExifStore::Number(ExifTag tag, int index) const {
+  const Exiv2::Value* value = data_->Find(tag);
+  if (value == nullptr || index >= value->count()) return std::nullopt;
+  return NumberOf(*value, index);
+}
+
+QString ExifStore::Dotted(ExifTag tag) const {
+  const Exiv2::Value* value = data_->Find(tag);
+  if (value == nullptr) return QString();
+  QStringList parts;
+  for (long i = 0; i < value->count(); ++i)
+    parts.append(QString::number(value->toLong(i)));
+  return parts.join(QLatin1Char('.'));
+}
+
+ExifStore::Data& ExifStore::Own() {
+  if (data_.use_count() > 1) data_ = std::make_shared<Data>(*data_);
+  return *data_;
+}
+
+void ExifStore::Set(ExifTag tag, ExifType type, int index, const QString& value) {
+  InitialiseOnce();
+  Data& data = Own();
+  Exiv2::Exifdatum& datum = data.exif[LibraryKey(tag).key()];
+  const auto at = static_cast<std::size_t>(index);
+  const auto setComponent = [&](auto fresh, auto component) {
+    using List = decltype(fresh);
+    if (const auto* old = datum.count() > 0 ? dynamic_cast<const List*>(&datum.value()) : nullptr)
+      fresh.value_ = old->value_;
+    fresh.value_.resize(std::max(fresh.value_.size(), at + 1), decltype(component){});
+    fresh.value_[at] = component;
+    datum.setValue(&fresh);
+  };
+  switch (type) {
+    case ExifType::Ascii:
+      datum.setValue(value.toStdString());
+      break;
+    case ExifType::Comment: {
+      const bool ascii = std::ranges::all_of(value, [](QChar c) { return c.unicode() < 0x80; });
+      const Exiv2::CommentValue comment((ascii ? "charset=Ascii " : "charset=Unicode ") +
+                                        value.toStdString());
+      datum.setValue(&comment);
+      break;
+    }
+    case ExifType::Byte: {
+      Exiv2::DataValue bytes(Exiv2::unsignedByte);
+      QStringList numbers;
+      for (const QString& part : value.split(QLatin1Char('.')))
+        numbers.append(QString::number(static_cast<int>(Val(part)) & 0xFF));
+      bytes.read(numbers.join(QLatin1Char(' ')).toStdString());
+      datum.setValue(&bytes);
+      break;
+    }
+    case ExifType::Short:
+      setComponent(Exiv2::UShortValue(),
+                   static_cast<std::uint16_t>(static_cast<std::int64_t>(Val(value)) & 0xFFFF));
+      break;
+    case ExifType::Rational: {
+      const Fraction fraction = SimplestFraction(static_cast<float>(std::abs(Val(value))));
+      setComponent(Exiv2::URationalValue(), Exiv2::URational(fraction.top, fraction.bottom));
+      break;
+    }
+    case ExifType::SignedRational: {
+      const double number = Val(value);
+      const Fraction fraction = SimplestFraction(static_cast<float>(std::abs(number)));
+      const auto top = static_cast<std::int32_t>(fraction.top);
+      setComponent(
+          Exiv2::RationalValue(),
+          Exiv2::Rational(number < 0 ? -top : top, static_cast<std::int32_t>(fraction.bottom)));
+      break;
+    }
+  }
+  data.Reindex();
+}
+
+QByteArray ExifStore::EncodeExif() const {
+  if (data_->exif.empty()) return QByteArray();
+  Exiv2::ExifData copy = data_->exif;
+  Exiv2::Blob blob;
+  Exiv2::ExifParser::encode(blob, Exiv2::littleEndian, copy);
+  return QByteArray(reinterpret_cast<const char*>(blob.data()),
+                    static_cast<qsizetype>(blob.size()));
+}
+
+const QByteArray& ExifStore::XmpPacket() const {
+  return data_->xmp;
+}
+void ExifStore::SetXmpPacket(const QByteArray& packet) {
+  Own().xmp = packet;
+}
+const QByteArray& ExifStore::IptcBlock() const {
+  return data_->iptc;
+}
+
+}  // namespace zqm
