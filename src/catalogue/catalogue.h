@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <vector>
+
+#include "catalogue/columns.h"
+#include "catalogue/open_problem.h"
+#include "catalogue/photo_recordset.h"
+#include "shell/result.h"
+
+namespace zqm {
+
+class Database;
+
+/// A change of a file that its row has to follow, written before the file is touched. Opening a
+/// catalogue finishes or drops what a kill left: the row follows if the file stands at `to` and no
+/// longer at `from`, and stays otherwise.
+struct Intent {
+  QString operation;  ///< "move", "rename", "reconnect", "replace"
+  QString from;
+  QString to;
+};
+
+/// An open photo catalogue: one file, one connection for the whole run.
+class Catalogue {
+ public:
+  /// Opens and checks (our file, right version, readable); finishes left-over intents; loads the
+  /// row index. A file that may not be written is opened for reading only.
+  static std::unique_ptr<Catalogue> Open(const QString& path, OpenProblem& problem);
+  ~Catalogue();
+
+  QString Path() const;
+  bool ReadOnly() const;
+
+  PhotoRecordset& Photos();
+  const PhotoRecordset& Photos() const;
+
+  /// Category names in the order in which they were added.
+  QStringList Categories() const;
+  Outcome AddCategory(const QString& name);
+  Outcome DeleteCategory(const QString& name);
+
+  /// Runs a statement of the program ("Select … from qryphoto …") and gives the texts of `bound`
+  /// for each hit in row order. A statement that can't be translated or run raises `Error`
+  /// (kDatabase).
+  QStringList Query(const QString& statement, Column bound) const;
+
+  /// Stands in the file when this returns; gathered assignments are committed before it.
+  Result<qint64> RecordIntent(const Intent& intent);
+  /// Commits what was assigned to rows since then and drops the intent, in one transaction.
+  Outcome FinishIntent(qint64 id);
+
+  /// The engine's integrity check and the program's own: row index and rows agree, every row has
+  /// its path, every thumbnail belongs to a row. Empty when all is well, else what is wrong.
+  QStringList CheckIntegrity() const;
+
+  /// Writes the catalogue without its gaps to a new file; `path` must not stand yet.
+  Outcome CompactTo(const QString& path);
+
+ private:
+  explicit Catalogue(std::unique_ptr<Database> database);
+  void SettleIntents();
+  std::unique_ptr<Database> database_;
+  std::unique_ptr<PhotoRecordset> photos_;
+};
+
+/// An empty catalogue file, as the master is made at build time. Replaces nothing.
+Outcome CreateCatalogueFile(const QString& path);
+
+/// Names of the catalogues in a working folder: files "*.mdb*" but for "CORE.mdb" and the engine's
+/// side files, sorted by name.
+QStringList ListCatalogues(const QString& workingFolder);
+
+}  // namespace zqm

@@ -1,0 +1,413 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "catalogue/database.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <sqlite3.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
+#include <QUuid>
+#include <QtEndian>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "catalogue/like_pattern.h"
+#include "catalogue/schema.h"
+#include "shell/error.h"
+#include "shell/files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+constexpr int kBusyMilliseconds = 2000;
+constexpr size_t kMostKept = 128;  // prepared statements
+
+struct ExpectedFault {
+  int code;
+  const char16_t* reason;
+};
+constexpr ExpectedFault kExpectedFaults[] = {
+    {SQLITE_FULL, kReasonDiskFull},         {SQLITE_BUSY, kReasonDatabaseLocked},
+    {SQLITE_LOCKED, kReasonDatabaseLocked}, {SQLITE_READONLY, kReasonDatabaseReadOnly},
+    {SQLITE_PERM, kReasonDatabaseReadOnly}, {SQLITE_IOERR, kReasonDiskFailed},
+    {SQLITE_CANTOPEN, kReasonDiskFailed},   {SQLITE_TOOBIG, u"The text is too long"},
+};
+
+int PrimaryCode(const SQLite::Exception& fault) {
+  return fault.getErrorCode() & 0xFF;
+}
+
+[[noreturn]] void Raise(const SQLite::Exception& fault) {
+  throw Error(error_number::kDatabase, QString::fromUtf8(fault.what()));
+}
+
+Failure FailureOf(const SQLite::Exception& fault) {
+  for (const ExpectedFault& expected : kExpectedFaults)
+    if (expected.code == PrimaryCode(fault)) return {QString::fromUtf16(expected.reason)};
+  Raise(fault);
+}
+
+std::string_view Utf8Of(sqlite3_value* value) {
+  const auto* text = static_cast<const char*>(static_cast<const void*>(sqlite3_value_text(value)));
+  if (!text) return {};
+  return {text, static_cast<size_t>(sqlite3_value_bytes(value))};
+}
+
+struct TextHash : std::hash<std::string_view> {
+  using is_transparent = void;
+};
+
+// The patterns of a running statement, read once. The engine remembers the first few for each place
+// in the statement; it would look through all of them at every comparison, so the rest, of which a
+// statement may have thousands, are found here.
+constexpr size_t kMostRemembered = 32;
+using Patterns = std::unordered_map<std::string, LikePattern, TextHash, std::equal_to<>>;
+
+// `text LIKE pattern` arrives as like(pattern, text).
+void Like(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (sqlite3_value_type(arguments[0]) == SQLITE_NULL ||
+      sqlite3_value_type(arguments[1]) == SQLITE_NULL)
+    return;
+  const std::string_view text = Utf8Of(arguments[1]);
+  if (const auto* known = static_cast<const LikePattern*>(sqlite3_get_auxdata(context, 0))) {
+    sqlite3_result_int(context, known->MatchesUtf8(text));
+    return;
+  }
+  auto& patterns = *static_cast<Patterns*>(sqlite3_user_data(context));
+  const std::string_view pattern = Utf8Of(arguments[0]);
+  try {
+    auto known = patterns.find(pattern);
+    if (known == patterns.end()) {
+      const QString characters =
+          QString::fromUtf8(pattern.data(), static_cast<qsizetype>(pattern.size()));
+      known = patterns.try_emplace(std::string(pattern), characters).first;
+    }
+    sqlite3_result_int(context, known->second.MatchesUtf8(text));
+    if (patterns.size() <= kMostRemembered)
+      sqlite3_set_auxdata(context, 0, &known->second, nullptr);
+  } catch (const std::bad_alloc&) {  // must not unwind through the engine
+    sqlite3_result_error_nomem(context);
+  }
+}
+
+int Collate(void*, int leftSize, const void* left, int rightSize, const void* right) {
+  return CompareFolded({static_cast<const char*>(left), static_cast<size_t>(leftSize)},
+                       {static_cast<const char*>(right), static_cast<size_t>(rightSize)});
+}
+
+struct Inspection {
+  OpenProblem problem;
+  bool pendingLog = false;  ///< a side file holds rows that the file itself lacks
+};
+
+// Looks at the bytes before the engine does: opening by it might already change a foreign file.
+Inspection Inspect(const QString& path, Database::Kind kind) {
+  constexpr qsizetype kHeaderSize = 100, kVersionAt = 60, kApplicationAt = 68;
+  if (!QFileInfo::exists(path)) return {OpenProblem::Missing};
+  QFile file(path);
+  if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return {OpenProblem::Damaged};
+  const QByteArray header = file.read(kHeaderSize);
+  if (header.size() != kHeaderSize || !header.startsWith("SQLite format 3"))
+    return {OpenProblem::Damaged};
+  const auto number = [&](qsizetype at) { return qFromBigEndian<qint32>(header.data() + at); };
+  if (number(kApplicationAt) != ApplicationId(kind) ||
+      number(kVersionAt) > static_cast<int>(SchemaSteps(kind).size()))
+    return {OpenProblem::Damaged};
+  return {OpenProblem::None, QFileInfo(path + "-wal"_L1).size() > 0};
+}
+
+// The engine needs files of its own beside the catalogue.
+bool MayWrite(const QString& path) {
+  const QFileInfo folder(GetParentFolderName(path));
+  return !ReadOnlyFile(path) && folder.permission(QFile::WriteOwner) && folder.isWritable();
+}
+
+std::vector<std::string> TablesOf(SQLite::Database& database) {
+  std::vector<std::string> texts;
+  SQLite::Statement statement(
+      database, "SELECT name || ':' || coalesce(sql, '') FROM sqlite_schema ORDER BY name");
+  while (statement.executeStep())
+    texts.push_back(statement.getColumn(0).getString());
+  return texts;
+}
+
+int VersionOf(SQLite::Database& database) {
+  return database.execAndGet("PRAGMA user_version").getInt();
+}
+
+void Upgrade(SQLite::Database& database, Database::Kind kind) {
+  const auto steps = SchemaSteps(kind);
+  database.exec("BEGIN IMMEDIATE");
+  for (auto version = static_cast<size_t>(VersionOf(database)); version < steps.size(); ++version)
+    database.exec(steps[version]());
+  database.exec("PRAGMA user_version = " + std::to_string(steps.size()));
+  database.exec("PRAGMA application_id = " + std::to_string(ApplicationId(kind)));
+  database.exec("COMMIT");
+}
+
+// Whether the tables, and views that might hide anything, are word for word those of a new file.
+bool TablesAreOurs(SQLite::Database& database, Database::Kind kind) {
+  SQLite::Database model(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+  Upgrade(model, kind);
+  return TablesOf(database) == TablesOf(model);
+}
+
+void RemoveWithSideFiles(const QString& path) {
+  for (const QLatin1StringView suffix : {""_L1, "-wal"_L1, "-shm"_L1, "-journal"_L1})
+    QFile::remove(path + suffix);
+}
+
+class ResetAtEnd {
+ public:
+  explicit ResetAtEnd(SQLite::Statement& statement) : statement_(statement) {}
+  ~ResetAtEnd() { statement_.tryReset(); }
+  ResetAtEnd(const ResetAtEnd&) = delete;
+  ResetAtEnd& operator=(const ResetAtEnd&) = delete;
+
+ private:
+  SQLite::Statement& statement_;
+};
+
+}  // namespace
+
+struct Database::Connection {
+  Connection(QString filePath, bool forReading, bool unchanging)
+      : path(std::move(filePath)),
+        readOnly(forReading),
+        handle(AddressOf(path, unchanging),
+               (readOnly ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) | SQLite::OPEN_URI,
+               kBusyMilliseconds) {
+    sqlite3* raw = handle.getHandle();
+    sqlite3_db_config(raw, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(raw, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_create_function_v2(raw, "like", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, &patterns, Like,
+                               nullptr, nullptr, nullptr);
+    sqlite3_create_collation_v2(raw, "FOLDED", SQLITE_UTF8, nullptr, Collate, nullptr);
+    // A second search over the same rows finds them in memory (KiB).
+    handle.exec("PRAGMA cache_size = -65536");
+    if (readOnly) return;
+    handle.exec("PRAGMA journal_mode = WAL");
+    handle.exec("PRAGMA synchronous = NORMAL");
+    handle.exec("PRAGMA foreign_keys = ON");
+  }
+
+  // A file that nobody can write needs no side files, which might not be makeable.
+  static std::string AddressOf(const QString& path, bool unchanging) {
+    return QUrl::fromLocalFile(path).toEncoded().toStdString() + (unchanging ? "?immutable=1" : "");
+  }
+
+  SQLite::Statement& Prepared(const std::string& sql) {
+    if (const auto found = kept.find(sql); found != kept.end()) return found->second;
+    if (kept.size() >= kMostKept) kept.clear();
+    return kept.try_emplace(sql, handle, sql).first->second;
+  }
+
+  QString path;
+  bool readOnly;
+  Patterns patterns;  // outlives the handle, which points at it
+  SQLite::Database handle;
+  std::unordered_map<std::string, SQLite::Statement> kept;
+};
+
+namespace {
+
+// Texts go in as UTF-8: `store` keeps them as long as the statement runs.
+void Bind(SQLite::Statement& statement, std::span<const Value> values,
+          std::vector<std::string>& store) {
+  store.reserve(values.size());
+  int position = 0;
+  for (const Value& value : values) {
+    ++position;
+    if (const auto* number = std::get_if<qint64>(&value)) {
+      statement.bind(position, static_cast<int64_t>(*number));
+    } else if (const auto* text = std::get_if<QString>(&value)) {
+      statement.bindNoCopy(position, store.emplace_back(text->toStdString()));
+    } else {
+      const auto& bytes = std::get<QByteArray>(value);
+      statement.bindNoCopy(position, bytes.constData(), static_cast<int>(bytes.size()));
+    }
+  }
+}
+
+}  // namespace
+
+qint64 Row::Number(int column) const {
+  return statement_.getColumn(column).getInt64();
+}
+
+std::string_view Row::Utf8(int column) const {
+  const SQLite::Column value = statement_.getColumn(column);
+  const char* text = value.getText();  // before its size is asked for: this call converts
+  return {text, static_cast<size_t>(value.getBytes())};
+}
+
+QString Row::Text(int column) const {
+  const std::string_view text = Utf8(column);
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QByteArray Row::Bytes(int column) const {
+  const SQLite::Column value = statement_.getColumn(column);
+  const auto* bytes = static_cast<const char*>(value.getBlob());
+  return QByteArray(bytes, value.getBytes());
+}
+
+Database::Database(std::unique_ptr<Connection> connection) : connection_(std::move(connection)) {}
+Database::~Database() = default;
+
+std::unique_ptr<Database> Database::Open(const QString& path, Kind kind, OpenProblem& problem) {
+  const Inspection found = Inspect(path, kind);
+  problem = found.problem;
+  if (problem != OpenProblem::None) return nullptr;
+  problem = OpenProblem::Damaged;
+  try {
+    const bool readOnly = !MayWrite(path);
+    auto connection = std::make_unique<Connection>(path, readOnly, readOnly && !found.pendingLog);
+    const int version = VersionOf(connection->handle);
+    const auto newest = static_cast<int>(SchemaSteps(kind).size());
+    if (version < newest && !readOnly) Upgrade(connection->handle, kind);
+    if (version > newest || !TablesAreOurs(connection->handle, kind)) return nullptr;
+    problem = OpenProblem::None;
+    return std::unique_ptr<Database>(new Database(std::move(connection)));
+  } catch (const SQLite::Exception& fault) {
+    if (PrimaryCode(fault) == SQLITE_BUSY || PrimaryCode(fault) == SQLITE_LOCKED)
+      problem = OpenProblem::Locked;
+    return nullptr;
+  }
+}
+
+Outcome Database::Create(const QString& path, Kind kind) {
+  constexpr char kPageSize[] = "PRAGMA page_size = 4096";
+  const QString folder = GetParentFolderName(path);
+  if (QFileInfo::exists(path)) return Failure{u"File already exists"_s};
+  if (!QFileInfo(folder).isWritable()) return Failure{QString::fromUtf16(kReasonPermission)};
+  const QString unfinished =
+      folder + "/.zqm-"_L1 + QUuid::createUuid().toString(QUuid::WithoutBraces);
+  Outcome made;
+  try {
+    SQLite::Database database(QFile::encodeName(unfinished).toStdString(),
+                              SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, kBusyMilliseconds);
+    database.exec(kPageSize);
+    Upgrade(database, kind);
+    database.exec("PRAGMA journal_mode = WAL");
+  } catch (const SQLite::Exception& fault) {
+    made = FailureOf(fault);
+  }
+  if (made) made = MoveFile(unfinished, path);
+  if (!made) RemoveWithSideFiles(unfinished);
+  return made;
+}
+
+QString Database::Path() const {
+  return connection_->path;
+}
+bool Database::ReadOnly() const {
+  return connection_->readOnly;
+}
+
+bool Database::InTransaction() const {
+  return sqlite3_get_autocommit(connection_->handle.getHandle()) == 0;
+}
+
+Outcome Database::Begin() {
+  const auto begun = Write("BEGIN IMMEDIATE");
+  if (!begun) return Failure{begun.Reason()};
+  return {};
+}
+
+Outcome Database::Commit() {
+  const auto committed = Write("COMMIT");
+  if (committed) return {};
+  Rollback();
+  return Failure{committed.Reason()};
+}
+
+void Database::Rollback() {
+  // Some faults have ended the transaction already; a rollback itself has nothing to fail for.
+  if (InTransaction()) connection_->handle.tryExec("ROLLBACK");
+}
+
+Result<int> Database::Write(const std::string& sql, std::span<const Value> values) {
+  if (ReadOnly()) return Failure{QString::fromUtf16(kReasonDatabaseReadOnly)};
+  try {
+    SQLite::Statement& statement = connection_->Prepared(sql);
+    const ResetAtEnd guard(statement);
+    std::vector<std::string> store;
+    Bind(statement, values, store);
+    while (statement.executeStep())
+      continue;
+    return connection_->handle.getChanges();
+  } catch (const SQLite::Exception& fault) {
+    return FailureOf(fault);
+  }
+}
+
+qint64 Database::LastInsertedId() const {
+  return connection_->handle.getLastInsertRowid();
+}
+
+void Database::Read(const std::string& sql, std::span<const Value> values,
+                    const std::function<void(const Row&)>& each) const {
+  try {
+    SQLite::Statement& statement = connection_->Prepared(sql);
+    const ResetAtEnd guard(statement);
+    std::vector<std::string> store;
+    Bind(statement, values, store);
+    while (statement.executeStep())
+      each(Row(statement));
+  } catch (const SQLite::Exception& fault) {
+    Raise(fault);
+  }
+}
+
+void Database::ReadOnce(const std::string& sql, const std::function<void(const Row&)>& each) const {
+  connection_->patterns.clear();
+  try {
+    SQLite::Statement statement(connection_->handle, sql);
+    while (statement.executeStep())
+      each(Row(statement));
+  } catch (const SQLite::Exception& fault) {
+    Raise(fault);
+  }
+}
+
+QStringList Database::CheckIntegrity() const {
+  QStringList faults;
+  const auto collect = [&](const Row& row) {
+    if (row.Utf8(0) != "ok") faults.append(row.Text(0));
+  };
+  try {
+    ReadOnce("PRAGMA integrity_check", collect);
+    ReadOnce("SELECT 'row without its owner in ' || \"table\" FROM pragma_foreign_key_check",
+             collect);
+  } catch (const Error& fault) {
+    faults.append(fault.Description());
+  }
+  return faults;
+}
+
+Outcome Database::CompactTo(const QString& path) {
+  if (QFileInfo::exists(path)) return Failure{u"File already exists"_s};
+  const std::array<Value, 1> target{path};
+  const auto written = Write("VACUUM INTO ?", target);
+  if (written) return {};
+  RemoveWithSideFiles(path);
+  return Failure{written.Reason()};
+}
+
+std::string QuotedText(QStringView text) {
+  std::string quoted = "'";
+  for (const char c : text.toUtf8())
+    quoted.append(c == '\'' ? 2u : 1u, c);
+  return quoted + "'";
+}
+
+std::string QuotedName(QStringView name) {
+  return (u'"' + name.toString() + u'"').toStdString();
+}
+
+}  // namespace zqm

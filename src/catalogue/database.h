@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The engine behind the catalogue files. No other file knows which one it is.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "catalogue/open_problem.h"
+#include "shell/result.h"
+
+namespace SQLite {
+class Statement;
+}
+
+namespace zqm {
+
+/// A value that goes into a statement.
+using Value = std::variant<qint64, QString, QByteArray>;
+
+/// One row of a running read: valid inside the callback that receives it. Columns count from 0.
+class Row {
+ public:
+  qint64 Number(int column) const;
+  QString Text(int column) const;
+  QByteArray Bytes(int column) const;
+  std::string_view Utf8(int column) const;
+
+ private:
+  friend class Database;
+  explicit Row(SQLite::Statement& statement) : statement_(statement) {}
+  SQLite::Statement& statement_;
+};
+
+/// One database file and its only connection.
+///
+/// Errors: what the machine or other programs do (disk full or failing, file locked or read-only)
+/// is a `Failure` of the writing call; a damaged file or a wrong statement raises `Error`
+/// (kDatabase). Reads have no expected failures. In statements `LIKE` is the catalogue's own
+/// (`LikeMatches`), and the collation `FOLDED` compares texts without regard to letter case.
+class Database {
+ public:
+  enum class Kind { Catalogue, Core };
+
+  /// Opens a file of that kind and brings an older one up to date. A file of another origin is only
+  /// ever read. One that may not be written is opened for reading only.
+  static std::unique_ptr<Database> Open(const QString& path, Kind kind, OpenProblem& problem);
+  /// Makes an empty file, whole or not at all. Never replaces one.
+  static Outcome Create(const QString& path, Kind kind);
+  ~Database();
+
+  QString Path() const;
+  bool ReadOnly() const;
+
+  /// Takes the write lock at once, so that a transaction that has begun can't fail for a lock.
+  Outcome Begin();
+  /// On failure everything since `Begin` is undone.
+  Outcome Commit();
+  /// Harmless outside a transaction.
+  void Rollback();
+  bool InTransaction() const;
+
+  /// Runs one statement and gives the number of rows that it changed.
+  Result<int> Write(const std::string& sql, std::span<const Value> values = {});
+  qint64 LastInsertedId() const;
+
+  void Read(const std::string& sql, std::span<const Value> values,
+            const std::function<void(const Row&)>& each) const;
+  /// The same for a statement that won't come again: it isn't kept prepared.
+  void ReadOnce(const std::string& sql, const std::function<void(const Row&)>& each) const;
+
+  /// What is wrong inside the file, one line each.
+  QStringList CheckIntegrity() const;
+  /// Writes the content without its gaps to a new file.
+  Outcome CompactTo(const QString& path);
+
+ private:
+  struct Connection;
+  explicit Database(std::unique_ptr<Connection> connection);
+  std::unique_ptr<Connection> connection_;
+};
+
+/// The text as a quoted literal of the engine. Only for what can't be bound as a value.
+std::string QuotedText(QStringView text);
+/// The name in double quotes.
+std::string QuotedName(QStringView name);
+
+inline constexpr char16_t kReasonDatabaseReadOnly[] = u"The database is read-only";
+inline constexpr char16_t kReasonDatabaseLocked[] = u"The database is locked by another program";
+inline constexpr char16_t kReasonDiskFull[] = u"The disk is full";
+inline constexpr char16_t kReasonDiskFailed[] = u"The disk could not be read or written";
+
+}  // namespace zqm
