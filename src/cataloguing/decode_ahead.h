@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QThreadPool>
+#include <deque>
+#include <functional>
+#include <future>
+
+#include "imaging/photo_reader.h"
+
+namespace zqm {
+
+/// Reads the photos of a list ahead of their turn on a bounded pool, a few in flight at a time, and
+/// hands them over in list order. All calls come from one thread; the destructor waits for what is
+/// still being read.
+class DecodeAhead {
+ public:
+  /// `wanted` is asked once for each path when its reading would begin; others are passed over.
+  DecodeAhead(QStringList paths, ReadRequest request,
+              std::function<bool(const QString& path)> wanted);
+  ~DecodeAhead();
+
+  /// The photo at `index`, 0 to the list's end, each index at most once and in rising order; read
+  /// here and now if it was passed over. `wait` runs about every 30 ms while the photo isn't ready.
+  Result<PhotoFile> Take(qsizetype index, const std::function<void()>& wait);
+
+ private:
+  struct Reading {
+    qsizetype index;
+    std::future<Result<PhotoFile>> photo;
+  };
+
+  void Fill();
+
+  QStringList paths_;
+  ReadRequest request_;
+  std::function<bool(const QString&)> wanted_;
+  qsizetype next_ = 0;
+  std::deque<Reading> readings_;
+  QThreadPool pool_;
+};
+
+}  // namespace zqm
