@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QJsonDocument>
+#include <QString>
+
+#include "shell/failure_list.h"
+
+namespace zqm {
+
+/// How a command ended, as the process's exit code.
+enum ExitCode { kExitDone = 0, kExitSomeFailed = 1, kExitUsage = 2, kExitUnexpected = 3 };
+
+/// Standard output and standard error of a command.
+class Console {
+ public:
+  explicit Console(bool json) : json_(json) {}
+
+  /// Whether the command's result is one JSON document instead of lines.
+  bool Json() const { return json_; }
+
+  void Line(const QString& text) const;
+  void Document(const QJsonDocument& document) const;
+  void ErrorLine(const QString& text) const;
+  /// "FILE: REASON", a line each, on standard error.
+  void Failures(const FailureList& failures) const;
+  /// A line that the next one overwrites; only where standard error is a terminal.
+  void Progress(const QString& text) const;
+  void ClearProgress() const;
+
+ private:
+  bool json_;
+};
+
+}  // namespace zqm

@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "cataloguing/metadata_record.h"
+#include "session/session.h"
+#include "tests/app/zqm_process.h"
+#include "tests/support/photos.h"
+#include "tests/support/print_text.h"
+#include "tests/support/sample_photo.h"
+#include "tests/support/scratch.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+class CommandLine : public ::testing::Test {
+ protected:
+  test::Ran Run(QStringList arguments) {
+    return test::RunZqm(QStringList{u"--home"_s, scratch_.Path("home")} + arguments);
+  }
+  QString Working(const QString& name) const {
+    return scratch_.Path(u"home/Documents/Zolmira/QM/"_s + name);
+  }
+  void ExpectSoundCatalogue(int& rows) {
+    Session session(ResolveSessionFolders(scratch_.Path("home")));
+    ASSERT_TRUE(session.PrepareFolders());
+    ASSERT_TRUE(session.LockHome());
+    ASSERT_TRUE(session.Activate(u"Zolmira QM.mdb"_s));
+    ASSERT_EQ(session.ActiveCatalogue().CheckIntegrity(), QStringList());
+    PhotoRecordset& photos = session.ActiveCatalogue().Photos();
+    rows = photos.Count();
+    for (int i = 0; i < rows; ++i) {
+      ASSERT_TRUE(photos.MoveTo(i));
+      EXPECT_EQ(photos.GetField(Column::Photo), photos.Index().At(i).path);
+      EXPECT_EQ(photos.GetField(Column::FileType), u"JPEG Bitmap (JPG)"_s);
+      EXPECT_TRUE(photos.ReadThumbnail());
+    }
+  }
+
+  test::Scratch scratch_;
+};
+
+TEST_F(CommandLine, AFolderBecomesRowsOnceAndFailuresTheNextTime) {
+  const QString photo =
+      scratch_.Write("photos/Jörg's ü.jpg", test::SampleJpeg(300, 200, {}, {{90, u"Graz"}}));
+  const test::Ran first = Run({u"catalog"_s, u"--notes"_s, u"So schön"_s, u"--date"_s,
+                               u"02/01/2008"_s, scratch_.Path("photos")});
+  EXPECT_EQ(first.exitCode, 0);
+  EXPECT_EQ(first.out,
+            u"Images from the selected folder(s) have been added to Zolmira QM Database.\n"_s);
+  EXPECT_EQ(first.err, QString());
+
+  const test::Ran row = Run({u"--json"_s, u"row"_s, photo});
+  EXPECT_EQ(row.exitCode, 0);
+  const QJsonObject object = QJsonDocument::fromJson(row.out.toUtf8()).array().at(0).toObject();
+  EXPECT_EQ(object[u"Notes"_s].toString(), u"So schön"_s);
+  EXPECT_EQ(object[u"Date"_s].toString(), u"2008-01-02"_s);
+  EXPECT_EQ(object[u"City"_s].toString(), u"Graz"_s);
+  EXPECT_EQ(object[u"Photo"_s].toString(), photo);
+
+  const test::Ran again = Run({u"catalog"_s, scratch_.Path("photos"), photo});
+  EXPECT_EQ(again.exitCode, 1);
+  EXPECT_EQ(again.out, QString());
+  EXPECT_EQ(again.err, u"The following files could to be added to Zolmira QM Database:\n"_s +
+                           photo + u": File already exists in database\n"_s);
+
+  const QString out = scratch_.Path("thumbnail.jpg");
+  EXPECT_EQ(Run({u"thumbnail"_s, photo, out}).exitCode, 0);
+  EXPECT_EQ(QImage(out).size(), QSize(200, 133));
+}
+
+TEST_F(CommandLine, InfoPrintsTheRecordOfEveryFile) {
+  const QString photo = scratch_.Write("a.jpg", test::SampleJpeg(30, 20));
+  const QString broken = scratch_.Write("b.jpg", "no image");
+  const test::Ran lines = Run({u"info"_s, photo, broken});
+  EXPECT_EQ(lines.exitCode, 1);
+  EXPECT_TRUE(lines.out.startsWith(u"Photo: "_s + photo + u"\nFilename: a.jpg\n"_s));
+  EXPECT_EQ(lines.out.count(u'\n'), static_cast<int>(RecordColumns().size()) + 1);
+  EXPECT_EQ(lines.err, broken + u": File could not be read as an image\n"_s);
+  const test::Ran json = Run({u"--json"_s, u"info"_s, photo});
+  const QJsonArray array = QJsonDocument::fromJson(json.out.toUtf8()).array();
+  ASSERT_EQ(array.size(), 1);
+  EXPECT_EQ(array[0].toObject().size(), static_cast<int>(RecordColumns().size()) + 1);
+}
+
+TEST_F(CommandLine, WhatTheUserGotWrongIsSaidAndChangesNothing) {
+  const QString photos = scratch_.Path("photos");
+  scratch_.Write("photos/a.jpg", test::SampleJpeg(30, 20));
+  const QString empty = scratch_.Path("empty");
+  QDir().mkpath(empty);
+  const struct {
+    QStringList arguments;
+    int exitCode;
+    QString err;
+  } cases[] = {
+      {{u"catalog"_s, u"--date"_s, u"31/02/2020"_s, photos}, 2, u"Invalid date format.\n"_s},
+      {{u"catalog"_s, empty}, 2, u"No Images were found in the selected folders.\n"_s},
+      {{u"row"_s, photos + u"/a.jpg"_s}, 1, photos + u"/a.jpg: File is not in the database\n"_s},
+      {{u"--catalogue"_s, u"none"_s, u"catalog"_s, photos},
+       2,
+       u"Select the database to be loaded.\nZolmira QM.mdb\n"_s},
+      {{u"catalog"_s, u"/no/such/folder"_s},
+       1,
+       u"The following files could to be added to Zolmira QM Database:\n"
+       u"/no/such/folder: File is offline or missing\n"_s}};
+  for (const auto& c : cases) {
+    const test::Ran ran = Run(c.arguments);
+    EXPECT_EQ(ran.exitCode, c.exitCode) << c.arguments.join(u' ').toStdString();
+    EXPECT_EQ(ran.err, c.err);
+  }
+  EXPECT_EQ(Run({u"catalog"_s}).exitCode, 2);
+  EXPECT_EQ(Run({u"no-such-command"_s}).exitCode, 2);
+  EXPECT_EQ(Run({u"--help"_s}).exitCode, 0);
+  EXPECT_EQ(Run({u"catalog"_s, photos}).exitCode, 0);
+}
+
+TEST_F(CommandLine, SeveralCataloguesAreChosenByName) {
+  EXPECT_EQ(Run({u"catalogues"_s}).out, u"Zolmira QM.mdb\n"_s);
+  ASSERT_TRUE(QFile::copy(Working(u"Zolmira QM.mdb"_s), Working(u"Other.mdb"_s)));
+  EXPECT_EQ(Run({u"--json"_s, u"catalogues"_s}).out.simplified(),
+            u"[ \"Other.mdb\", \"Zolmira QM.mdb\" ]"_s);
+  const QString photo = scratch_.Write("a.jpg", test::SampleJpeg(30, 20));
+  const test::Ran unclear = Run({u"catalog"_s, photo});
+  EXPECT_EQ(unclear.exitCode, 2);
+  EXPECT_EQ(unclear.err, u"Select the database to be loaded.\nOther.mdb\nZolmira QM.mdb\n"_s);
+  EXPECT_EQ(Run({u"--catalogue"_s, u"other"_s, u"catalog"_s, photo}).exitCode, 0);
+  EXPECT_EQ(Run({u"--catalogue"_s, u"Other.mdb"_s, u"row"_s, photo}).exitCode, 0);
+  EXPECT_EQ(Run({u"--catalogue"_s, u"Zolmira QM"_s, u"row"_s, photo}).exitCode, 1);
+}
+
+TEST_F(CommandLine, CataloguesThatCannotBeUsedAreSaidSo) {
+  Run({u"catalogues"_s});
+  const QString photo = scratch_.Write("a.jpg", test::SampleJpeg(30, 20));
+  {
+    Session holder(ResolveSessionFolders(scratch_.Path("home")));
+    ASSERT_TRUE(holder.LockHome());
+    const test::Ran refused = Run({u"catalog"_s, photo});
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_EQ(refused.err, u"Zolmira QM is running. Close it first.\n"_s);
+  }
+  QFile damaged(Working(u"Zolmira QM.mdb"_s));
+  ASSERT_TRUE(damaged.open(QFile::WriteOnly));
+  damaged.write(QByteArray(5000, 'x'));
+  damaged.close();
+  const test::Ran refused = Run({u"catalog"_s, photo});
+  EXPECT_EQ(refused.exitCode, 2);
+  EXPECT_EQ(refused.err, QString::fromUtf16(session_text::kDamaged) + u'\n');
+  QFile::remove(damaged.fileName());
+  const test::Ran none = Run({u"catalog"_s, photo});
+  EXPECT_EQ(none.exitCode, 2);
+  EXPECT_EQ(none.err, u"Cannot locate any Zolmira QM compatible database in\n"_s +
+                          Working(QString()).chopped(1) + u'\n');
+}
+
+TEST_F(CommandLine, TheCameraFolderGivesItsRows) {
+  const QString camera = test::Photos("camera");
+  if (camera.isEmpty()) GTEST_SKIP() << "the real photos are not here";
+  const test::Ran first = Run({u"catalog"_s, camera});
+  EXPECT_EQ(first.exitCode, 1);
+  EXPECT_EQ(first.err, u"The following files could to be added to Zolmira QM Database:\n"_s +
+                           camera + u"/beach.jpg: File could not be read as an image\n"_s);
+  const test::Ran again = Run({u"catalog"_s, camera});
+  EXPECT_EQ(again.err.count(u": File already exists in database\n"_s), 68);
+}
+
+// A kill at any moment costs at most the photo under work: whatever stands is whole, and the next
+// import goes on. ZQM_KILLS sets how often, for a long run.
+TEST_F(CommandLine, AKilledImportLeavesASoundCatalogue) {
+  constexpr int kPhotos = 40;
+  for (int i = 0; i < kPhotos; ++i)
+    scratch_.Write(u"photos/%1.jpg"_s.arg(i, 3, 10, QChar(u'0')), test::SampleJpeg(500 + i, 400));
+  const int kills = std::max(8, qEnvironmentVariableIntValue("ZQM_KILLS"));
+  const QStringList arguments{u"--home"_s, scratch_.Path("home"), u"catalog"_s,
+                              scratch_.Path("photos")};
+  int landed = 0;
+  for (int kill = 0; kill < kills; ++kill) {
+    QProcess process;
+    test::PrepareZqm(process, arguments);
+    process.start();
+    ASSERT_TRUE(process.waitForStarted());
+    // Spread over a whole run of the program, start-up and first-run copies included.
+    if (!process.waitForFinished(1 + kill * 37 % 120)) {
+      process.kill();
+      process.waitForFinished();
+      ++landed;
+    }
+    int rows = 0;
+    ASSERT_NO_FATAL_FAILURE(ExpectSoundCatalogue(rows)) << "after kill " << kill;
+    // Start over now and then, so that first runs are hit too.
+    if (rows == kPhotos) QDir(scratch_.Path("home")).removeRecursively();
+  }
+  EXPECT_GT(landed, 0);
+  test::RunZqm(arguments);
+  EXPECT_EQ(Run({u"row"_s, scratch_.Path("photos/039.jpg")}).exitCode, 0);
+}
+
+}  // namespace
+}  // namespace zqm
