@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The road of a thumbnail, and its last two steps alone.
+#include <benchmark/benchmark.h>
+
+#include "imaging/resample.h"
+#include "imaging/thumbnail.h"
+
+namespace zqm {
+namespace {
+
+/// Detail of several sizes, so that the entropy decoder has a photo's work.
+QImage Drawn(const QSize& size) {
+  QImage picture(size, QImage::Format_RGB32);
+  unsigned noise = 1;
+  for (int y = 0; y < size.height(); ++y) {
+    for (int x = 0; x < size.width(); ++x) {
+      noise = noise * 1664525U + 1013904223U;
+      const int grain = static_cast<int>(noise >> 28);
+      picture.setPixel(x, y,
+                       qRgb((x / 9 + grain) & 255, (y / 7 + grain) & 255, (x * y >> 12) & 255));
+    }
+  }
+  return picture;
+}
+
+void JpegThumbnail(benchmark::State& state) {
+  const auto width = static_cast<int>(state.range(0));
+  const QByteArray file = EncodeJpeg(Drawn({width, width * 3 / 4}), 90);
+  const Codec* codec = SniffCodec(Bytes(file), {});
+  for (auto _ : state)
+    benchmark::DoNotOptimize(MakeThumbnail(Bytes(file), *codec, {}));
+}
+BENCHMARK(JpegThumbnail)->Arg(1024)->Arg(3264)->Unit(benchmark::kMillisecond);
+
+void ResampleToThumbnail(benchmark::State& state) {
+  const QImage picture = Drawn({408, 306});
+  for (auto _ : state)
+    benchmark::DoNotOptimize(FitThumbnail(picture));
+}
+BENCHMARK(ResampleToThumbnail)->Unit(benchmark::kMicrosecond);
+
+void ResampleFull(benchmark::State& state) {
+  const QImage picture = Drawn({3264, 2448});
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(Resample(picture, {1024, 768}, ResampleFilter::Triangle));
+  }
+}
+BENCHMARK(ResampleFull)->Unit(benchmark::kMillisecond);
+
+void EncodeThumbnail(benchmark::State& state) {
+  const QImage picture = Drawn({200, 150});
+  for (auto _ : state)
+    benchmark::DoNotOptimize(EncodeJpeg(picture, 80));
+}
+BENCHMARK(EncodeThumbnail)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace zqm
+
+BENCHMARK_MAIN();
