@@ -28,7 +28,7 @@ void JpegThumbnail(benchmark::State& state) {
   const QByteArray file = EncodeJpeg(Drawn({width, width * 3 / 4}), 90);
   const Codec* codec = SniffCodec(Bytes(file), {});
   for (auto _ : state)
-    benchmark::DoNotOptimize(MakeThumbnail(Bytes(file), *codec, {}));
+    benchmark::DoNotOptimize(MakeThumbnail(Bytes(file), *codec, {}, {}));
 }
 BENCHMARK(JpegThumbnail)->Arg(1024)->Arg(3264)->Unit(benchmark::kMillisecond);
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cataloguing/decode_ahead.h"
 
+#include <QFileInfo>
 #include <QThread>
+#include <algorithm>
 #include <chrono>
 #include <memory>
 
@@ -19,33 +21,45 @@ DecodeAhead::~DecodeAhead() {
   pool_.waitForDone();
 }
 
-// Enough in flight that no worker waits for the rows to be written, few enough that whole camera
-// RAW files in memory don't add up.
+void DecodeAhead::Start(qsizetype index) {
+  const QString& path = paths_.at(index);
+  auto task = std::make_shared<std::packaged_task<Result<PhotoFile>()>>(
+      [path, request = request_] { return ReadPhotoFile(path, request); });
+  const qint64 bytes = QFileInfo(path).size();
+  bytesInFlight_ += bytes;
+  readings_.push_back({index, bytes, task->get_future()});
+  pool_.start([task] { (*task)(); });
+}
+
+// Enough in flight that no worker waits for the rows to be written, few enough, in number and in
+// bytes, that large files in memory don't add up.
 void DecodeAhead::Fill() {
+  constexpr qint64 kMostBytes = 256 << 20;
   const auto most = static_cast<std::size_t>(2 * pool_.maxThreadCount() + 2);
-  while (readings_.size() < most && next_ < paths_.size()) {
+  while (readings_.size() < most && next_ < paths_.size() &&
+         (readings_.empty() || bytesInFlight_ < kMostBytes)) {
     const qsizetype index = next_++;
-    const QString& path = paths_.at(index);
-    if (!wanted_(path)) continue;
-    auto task = std::make_shared<std::packaged_task<Result<PhotoFile>()>>(
-        [path, request = request_] { return ReadPhotoFile(path, request); });
-    readings_.push_back({index, task->get_future()});
-    pool_.start([task] { (*task)(); });
+    if (wanted_(paths_.at(index))) Start(index);
   }
 }
 
-Result<PhotoFile> DecodeAhead::Take(qsizetype index, const std::function<void()>& wait) {
-  while (!readings_.empty() && readings_.front().index < index) {
-    readings_.front().photo.wait();
-    readings_.pop_front();
-  }
-  if (readings_.empty() || readings_.front().index != index) {
-    Fill();
-    if (readings_.empty() || readings_.front().index != index)
-      return ReadPhotoFile(paths_.at(index), request_);
-  }
-  std::future<Result<PhotoFile>> photo = std::move(readings_.front().photo);
+DecodeAhead::Reading DecodeAhead::TakeFirst() {
+  Reading first = std::move(readings_.front());
   readings_.pop_front();
+  bytesInFlight_ -= first.bytes;
+  return first;
+}
+
+Result<PhotoFile> DecodeAhead::Take(qsizetype index, const std::function<void()>& wait) {
+  while (!readings_.empty() && readings_.front().index < index)
+    TakeFirst();
+  Fill();
+  if (readings_.empty() || readings_.front().index != index) {
+    // It was passed over: everything in flight comes later in the list.
+    Start(index);
+    std::rotate(readings_.begin(), readings_.end() - 1, readings_.end());
+  }
+  std::future<Result<PhotoFile>> photo = TakeFirst().photo;
   Fill();
   while (photo.wait_for(std::chrono::milliseconds(30)) != std::future_status::ready)
     wait();

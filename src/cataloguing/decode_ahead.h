@@ -22,23 +22,27 @@ class DecodeAhead {
               std::function<bool(const QString& path)> wanted);
   ~DecodeAhead();
 
-  /// The photo at `index`, 0 to the list's end, each index at most once and in rising order; read
-  /// here and now if it was passed over. `wait` runs about every 30 ms while the photo isn't ready.
+  /// The photo at `index`, 0 to the list's end, each index at most once and in rising order; also
+  /// one that was passed over. `wait` runs about every 30 ms while the photo isn't ready.
   Result<PhotoFile> Take(qsizetype index, const std::function<void()>& wait);
 
  private:
   struct Reading {
     qsizetype index;
+    qint64 bytes;  ///< of the file
     std::future<Result<PhotoFile>> photo;
   };
 
+  void Start(qsizetype index);
   void Fill();
+  Reading TakeFirst();
 
   QStringList paths_;
   ReadRequest request_;
   std::function<bool(const QString&)> wanted_;
   qsizetype next_ = 0;
   std::deque<Reading> readings_;
+  qint64 bytesInFlight_ = 0;
   QThreadPool pool_;
 };
 

@@ -2,7 +2,9 @@
 #include "cataloguing/folder_import.h"
 
 #include <QDir>
+#include <QFile>
 #include <algorithm>
+#include <filesystem>
 
 #include "cataloguing/catalogue_photo.h"
 #include "cataloguing/decode_ahead.h"
@@ -13,21 +15,49 @@
 namespace zqm {
 namespace {
 
-void ScanInto(const QString& folder, bool recursive, QStringList& paths, FailureList& failures) {
-  const QDir dir(folder);
-  if (!dir.exists()) return failures.Add(folder, QString::fromUtf16(kReasonMissing));
-  if (!dir.isReadable()) return failures.Add(folder, QString::fromUtf16(kReasonPermission));
-  const QDir::SortFlags byName = QDir::Name | QDir::IgnoreCase;
-  // Links that point nowhere are listed too, so that they end as failures and not in silence.
-  for (const QString& name :
-       dir.entryList(QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, byName)) {
-    const QString path = dir.filePath(name);
-    if (HasKnownExtension(path)) paths.append(path);
+struct FolderEntries {
+  QStringList files, folders;
+};
+
+/// Read as bytes: the toolkit's own listing leaves out names that it can't decode.
+Outcome ListEntries(const QString& folder, FolderEntries& entries, FailureList& failures) {
+  std::error_code problem;
+  for (std::filesystem::directory_iterator at(QFile::encodeName(folder).toStdString(), problem),
+       end;
+       !problem && at != end; at.increment(problem)) {
+    const std::string bytes = at->path().filename().string();
+    const QByteArray name = QByteArray::fromStdString(bytes);
+    const QString decoded = QFile::decodeName(name);
+    const QString path = QDir(folder).filePath(decoded);
+    std::error_code ignored;
+    if (QFile::encodeName(decoded) != name)
+      failures.Add(path, QString::fromUtf16(import_text::kUnreadableName));
+    else if (!at->is_directory(ignored))
+      entries.files.append(path);
+    else if (!at->is_symlink(ignored))
+      entries.folders.append(path);
   }
+  if (problem) return Failure{ReasonForErrno(problem.value())};
+  return {};
+}
+
+void ScanInto(const QString& folder, bool recursive, QStringList& paths, FailureList& failures) {
+  if (!FolderExists(folder)) return failures.Add(folder, QString::fromUtf16(kReasonMissing));
+  FolderEntries entries;
+  if (const Outcome listed = ListEntries(folder, entries, failures); !listed)
+    failures.Add(folder, listed.Reason());
+  entries.files.sort(Qt::CaseInsensitive);
+  std::ranges::copy_if(entries.files, std::back_inserter(paths), HasKnownExtension);
   if (!recursive) return;
-  for (const QString& name :
-       dir.entryList(QDir::Dirs | QDir::Hidden | QDir::NoSymLinks | QDir::NoDotAndDotDot, byName))
-    ScanInto(dir.filePath(name), recursive, paths, failures);
+  entries.folders.sort(Qt::CaseInsensitive);
+  for (const QString& below : entries.folders)
+    ScanInto(below, recursive, paths, failures);
+}
+
+/// A file in a folder that may not be entered looks missing; opening it tells the two apart.
+QString WhyUnreachable(const QString& path) {
+  const QString refused = QString::fromUtf16(kReasonPermission);
+  return ReadWholeFile(path, 0).Reason() == refused ? refused : QString::fromUtf16(kReasonMissing);
 }
 
 void WriteTexts(const ImportTexts& texts, PhotoRecordset& photos) {
@@ -65,7 +95,7 @@ ImportResult CatalogueFiles(const QStringList& paths, const ImportTexts& texts, 
     const QString& path = at.file = paths.at(i);
     tell();
     if (!FileExists(path)) {
-      result.failures.Add(path, QString::fromUtf16(kReasonMissing));
+      result.failures.Add(path, WhyUnreachable(path));
       continue;
     }
     if (photos.IsCatalogued(path)) {

@@ -59,6 +59,7 @@ inline constexpr char16_t kDone[] =
 inline constexpr char16_t kFilesFailures[] =
     u"The following files could not be added to the database:";
 inline constexpr char16_t kFilesDone[] = u"The selected file(s) have been added to the database.";
+inline constexpr char16_t kUnreadableName[] = u"File name cannot be read";
 inline constexpr char16_t kExists[] = u"File already exists in database";
 }  // namespace import_text
 

@@ -26,10 +26,7 @@ class MetadataRecord {
   std::array<QString, kColumnCount> texts_;
 };
 
-/// The 79 columns of the record, in the order in which they are copied to a row.
+/// The 79 columns of the record, in the order in which they are copied to a row: file facts first.
 std::span<const Column> RecordColumns();
-
-/// How many of `RecordColumns` are file facts; they come first.
-inline constexpr int kFileFactCount = 8;
 
 }  // namespace zqm

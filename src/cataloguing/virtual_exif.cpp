@@ -2,6 +2,7 @@
 #include "cataloguing/virtual_exif.h"
 
 #include "metadata/decoding.h"
+#include "shell/error.h"
 #include "shell/files.h"
 #include "shell/text.h"
 
@@ -36,14 +37,16 @@ void ReadFileFacts(const PhotoFile& photo, const QString& path, MetadataRecord& 
 }  // namespace
 
 void VirtualEXIF(const PhotoFile& photo, const QString& path, MetadataRecord& record) {
-  record = MetadataRecord();
-  ReadFileFacts(photo, path, record);
-  Take(DecodeExif(photo.parameters, DecodeFor::Record).fields, record);
-  Take(DecodeGps(photo.parameters), record);
+  Guarded("virtual_exif_module", "VirtualEXIF", [&] {
+    record = MetadataRecord();
+    ReadFileFacts(photo, path, record);
+    Take(DecodeExif(photo.parameters, DecodeFor::Record).fields, record);
+    Take(DecodeGps(photo.parameters), record);
+  });
 }
 
 void ReadIPTC(const PhotoFile& photo, MetadataRecord& record) {
-  Take(DecodeIptc(photo.parameters), record);
+  Guarded("virtual_exif_module", "ReadIPTC", [&] { Take(DecodeIptc(photo.parameters), record); });
 }
 
 MetadataRecord ReadMetadataRecord(const PhotoFile& photo, const QString& path) {

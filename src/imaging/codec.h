@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A file format is a file under codecs/ that declares itself in one `Codec`. The rest of the program
-// never names a format: it asks the registry who knows a file's bytes.
+// A file format is a file under codecs/ that declares itself in one `Codec`. The rest of the
+// program never names a format: it asks the registry who knows a file's bytes.
 #pragma once
 
 #include <QByteArray>
@@ -26,8 +26,8 @@ inline constexpr std::int64_t kMostPixels = std::int64_t{1} << 28;
 
 /// What a header tells without decoding pixels.
 struct PictureFacts {
-  int width = 0;   ///< pixels, as stored: no orientation tag is applied
-  int height = 0;  ///< pixels
+  int width = 0;    ///< pixels, as stored: no orientation tag is applied
+  int height = 0;   ///< pixels
   double dpiX = 0;  ///< the container's own density in dots per inch; 0 where it has none
   double dpiY = 0;
   int bitsPerSample = 8;
@@ -46,8 +46,9 @@ struct RawOptions {
 RawOptions ParseRawOptions(QStringView words);
 
 struct LoadOptions {
-  /// Empty for the full size. Otherwise the picture is only needed to fill this box: a codec decodes
-  /// as small as it can, never smaller than the fit of the picture into the box, 8 bits a sample.
+  /// Empty for the full size. Otherwise the picture is only needed to fill this box: a codec
+  /// decodes as small as it can, never smaller than the fit of the picture into the box, 8 bits a
+  /// sample.
   QSize box;
   /// Whether an embedded profile is applied: the result is then sRGB.
   bool colourManagement = false;
@@ -58,11 +59,11 @@ struct LoadOptions {
 
 /// One format. All functions are pure, thread-safe and never throw; broken input is a `Failure`.
 struct Codec {
-  const char* name;                     ///< "JPEG"
+  const char* name;                         ///< "JPEG"
   std::span<const char* const> extensions;  ///< lower case, without "."; the first is the usual one
-  int fileType;                         ///< `FILETYPE`: 1 TIFF, 3 JPEG, 24 PSD, … never 0
-  const char* typeText;                 ///< `FILETYPESTR`; for camera RAW without its extension
-  int priority;                         ///< who is asked first: higher before lower
+  int fileType;                             ///< `FILETYPE`: 1 TIFF, 3 JPEG, 24 PSD, … never 0
+  const char* typeText;                     ///< `FILETYPESTR`
+  int priority;                             ///< who is asked first: higher before lower
 
   /// Whether these are the first bytes (or, where a format needs it, all bytes) of such a file.
   bool (*sniff)(ByteView file, const QString& extension);
@@ -70,6 +71,8 @@ struct Codec {
   /// In the best `QImage` format for the content: Grayscale8/16, RGB32, ARGB32 (not premultiplied),
   /// RGBX64, RGBA64.
   Result<QImage> (*load)(ByteView file, const LoadOptions& options);
+  /// Whether the file's own extension is shown behind `typeText`, in brackets and capitals.
+  bool typeTextTakesExtension = false;
 };
 
 /// All formats, by priority.

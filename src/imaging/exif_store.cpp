@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/exif_store.h"
 
+#include <QStringConverter>
 #include <array>
 #include <charconv>
 #include <exiv2/exiv2.hpp>
@@ -42,13 +43,16 @@ Exiv2::ExifKey LibraryKey(ExifTag tag) {
                         kGroupNames[static_cast<std::size_t>(tag.group)]);
 }
 
-/// Tags of the main directory that say something about the photo; the others there describe how a
-/// TIFF file is laid out.
-constexpr std::array kDescriptiveTags{0x010E, 0x010F, 0x0110, 0x0131, 0x0132, 0x013B, 0x013C,
-                                      0x8298, 0x9C9B, 0x9C9C, 0x9C9D, 0x9C9E, 0x9C9F};
+/// Tags of the main directory that say something about the photo, pointers to the Exif and GPS
+/// directories included; the others there describe how a TIFF file is laid out.
+constexpr std::array kDescriptiveTags{0x8769, 0x8825, 0x010E, 0x010F, 0x0110,
+                                      0x0131, 0x0132, 0x013B, 0x013C, 0x8298,
+                                      0x9C9B, 0x9C9C, 0x9C9D, 0x9C9E, 0x9C9F};
 
-QString ShortestDecimal(double value) {
-  if (!std::isfinite(value) || value == 0.0) return QStringLiteral("0");
+/// Shortest for the width of the number: 2.1F is "2.1" too.
+template <class Number>
+QString ShortestDecimal(Number value) {
+  if (!std::isfinite(value) || value == 0) return QStringLiteral("0");
   std::array<char, 512> buffer;
   const auto end =
       std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
@@ -67,10 +71,15 @@ QString NumberOf(const Exiv2::Value& value, long index) {
     case Exiv2::signedRational:
       break;
     case Exiv2::tiffFloat:
+      return ShortestDecimal(value.toFloat(index));
     case Exiv2::tiffDouble:
-      return ShortestDecimal(static_cast<double>(value.toFloat(index)));
-    case Exiv2::asciiString:
+      return ShortestDecimal(dynamic_cast<const Exiv2::DoubleValue&>(value).value_.at(
+          static_cast<std::size_t>(index)));
     case Exiv2::undefined:
+      // A code in one byte, as some writers store it.
+      if (value.size() == 1) return QString::number(value.toLong(0));
+      [[fallthrough]];
+    case Exiv2::asciiString:
     case Exiv2::comment:
       return index == 0 ? FromUtf8OrLatin1(RawBytes(value)) : QString();
     default:
@@ -82,6 +91,32 @@ QString NumberOf(const Exiv2::Value& value, long index) {
   }
   const auto [top, bottom] = value.toRational(index);
   return bottom == 0 ? QStringLiteral("0") : ShortestDecimal(double(top) / double(bottom));
+}
+
+/// What was read before the file turned out broken stays: a bad profile or a cut picture behind
+/// good tags is no reason to lose them.
+void ReadWhatIsWhole(Exiv2::Image& image) {
+  try {
+    image.readMetadata();
+  } catch (const std::exception&) {
+  }
+}
+
+bool HoldsText(Exiv2::TypeId type) {
+  return type == Exiv2::asciiString || type == Exiv2::unsignedByte || type == Exiv2::undefined ||
+         type == Exiv2::comment;
+}
+
+QString UpToNul(QByteArray bytes) {
+  if (const qsizetype end = bytes.indexOf('\0'); end >= 0) bytes.truncate(end);
+  return FromUtf8OrLatin1(bytes);
+}
+
+QString FromJis(const QByteArray& bytes) {
+  QStringDecoder decoder("ISO-2022-JP");
+  if (!decoder.isValid()) return QString();
+  const QString text = decoder(bytes);
+  return decoder.hasError() ? QString() : text;
 }
 
 }  // namespace
@@ -124,7 +159,7 @@ ExifStore ExifStore::Read(ByteView file) {
   try {
     const auto image = Exiv2::ImageFactory::open(file.data(), static_cast<long>(file.size()));
     if (image.get() == nullptr) return store;
-    image->readMetadata();
+    ReadWhatIsWhole(*image);
     store.data_->exif = image->exifData();
     const std::string& packet = image->xmpPacket();
     store.data_->xmp = QByteArray(packet.data(), static_cast<qsizetype>(packet.size()));
@@ -156,9 +191,8 @@ bool ExifStore::HasDescriptiveTag() const {
 QString ExifStore::Text(ExifTag tag) const {
   const Exiv2::Value* value = data_->Find(tag);
   if (value == nullptr) return QString();
-  QByteArray bytes = RawBytes(*value);
-  if (const qsizetype end = bytes.indexOf('\0'); end >= 0) bytes.truncate(end);
-  return FromUtf8OrLatin1(bytes);
+  return HoldsText(value->typeId()) ? UpToNul(RawBytes(*value))
+                                    : QString::fromStdString(value->toString());
 }
 
 QString ExifStore::Comment(ExifTag tag) const {
@@ -167,10 +201,8 @@ QString ExifStore::Comment(ExifTag tag) const {
   const auto* comment = dynamic_cast<const Exiv2::CommentValue*>(value);
   if (comment == nullptr) return Text(tag);
   try {
-    const std::string text = comment->comment();
-    QByteArray bytes(text.data(), static_cast<qsizetype>(text.size()));
-    if (const qsizetype end = bytes.indexOf('\0'); end >= 0) bytes.truncate(end);
-    return FromUtf8OrLatin1(bytes);
+    const QByteArray text = QByteArray::fromStdString(comment->comment());
+    return comment->charsetId() == Exiv2::CommentValue::jis ? FromJis(text) : UpToNul(text);
   } catch (const std::exception&) {
     return QString();
   }

@@ -163,7 +163,6 @@ ExifType TypeOf(const ExifKeyRow& row) {
 }
 
 constexpr int kTiffFileType = 1;
-constexpr QLatin1StringView kRawTypeText("Camera RAW");
 
 }  // namespace
 
@@ -179,7 +178,8 @@ FileParameters FileParameters::Read(ByteView file, const Codec& codec, const Pic
 
 void FileParameters::ReadFacts(const Codec& codec, const PictureFacts& facts, const QString& path) {
   QString typeText = QString::fromLatin1(codec.typeText);
-  if (typeText == kRawTypeText) typeText += u" (%1)"_s.arg(GetExtensionName(path).toUpper());
+  const QString extension = GetExtensionName(path).toUpper();
+  if (codec.typeTextTakesExtension && !extension.isEmpty()) typeText += u" (%1)"_s.arg(extension);
   const bool hasExif = codec.fileType == kTiffFileType ? exif_.HasDescriptiveTag() : !exif_.Empty();
   const std::initializer_list<std::pair<QString, QString>> values = {
       {u"FILETYPE"_s, QString::number(codec.fileType)},
@@ -202,10 +202,9 @@ void FileParameters::ReadFacts(const Codec& codec, const PictureFacts& facts, co
 QString FileParameters::Density(double container, QStringView exifKey) const {
   double dotsPerInch = container;
   if (dotsPerInch <= 0) {
-    constexpr int kCentimetre = 3;
-    constexpr int kInch = 2;
+    constexpr int kAbsent = 0, kInch = 2, kCentimetre = 3;
     const int unit = static_cast<int>(Val(GetIOProperty(u"EXIF_ResolutionUnit")));
-    const double perInch = unit == kCentimetre ? 2.54 : unit == kInch ? 1 : 0;
+    const double perInch = unit == kCentimetre ? 2.54 : unit == kInch || unit == kAbsent ? 1 : 0;
     dotsPerInch = Val(GetIOProperty(exifKey)) * perInch;
   }
   if (!(dotsPerInch > 0) || dotsPerInch > 1e6) return u"0"_s;

@@ -28,7 +28,9 @@ Outcome Picture::LoadFromFile(const QString& path) {
 }
 
 Outcome Picture::ReadParamsFromFile(const QString& path) {
-  const Result<SourceFile> source = OpenSourceFile(path, Options(path));
+  const LoadOptions options = Options(path);
+  parameters_.ReplaceFile(FileParameters());
+  const Result<SourceFile> source = OpenSourceFile(path, options);
   if (!source) return Failure{source.Reason()};
   parameters_.ReplaceFile(
       FileParameters::Read(source->View(), *source->codec, source->facts, path));

@@ -18,7 +18,7 @@ class Picture {
   /// Pixels and parameters. `RAW_ExtraParams` ("-e", "-h", "-a", "-w", joined by blanks) tells how
   /// camera RAW is decoded.
   Outcome LoadFromFile(const QString& path);
-  /// Only the parameters; the pixels that are there stay.
+  /// Only the parameters; the pixels that are there stay. On failure there are none.
   Outcome ReadParamsFromFile(const QString& path);
   QString GetIOProperty(QStringView key) const { return parameters_.GetIOProperty(key); }
   void SetIOProperty(QStringView key, const QString& value) {

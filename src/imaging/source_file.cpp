@@ -1,11 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/source_file.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include "shell/files.h"
 
 namespace zqm {
+namespace {
+
+/// Before gigabytes are read for nothing: whether a large file's beginning is of no known format.
+bool IsLargeAndForeign(const QString& path, const LoadOptions& options) {
+  constexpr qint64 kLarge = 64 << 20;
+  constexpr qint64 kHead = 1 << 20;
+  QFile file(path);
+  if (QFileInfo(path).size() <= kLarge || !FileExists(path) || !file.open(QFile::ReadOnly))
+    return false;
+  const QByteArray head = file.read(kHead);
+  return SniffCodec(Bytes(head), options.extension) == nullptr;
+}
+
+}  // namespace
 
 Result<SourceFile> OpenSourceFile(const QString& path, const LoadOptions& options) {
+  if (FolderExists(path) || IsLargeAndForeign(path, options))
+    return Failure{QString::fromUtf16(kReasonNoImage)};
   Result<QByteArray> content = ReadWholeFile(path);
   if (!content) return Failure{content.Reason()};
   SourceFile source;

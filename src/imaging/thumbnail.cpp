@@ -52,13 +52,12 @@ QImage FitThumbnail(const QImage& picture, const QSize& box, const QSize& origin
   return fitted.convertToFormat(gray ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
 }
 
-Result<QByteArray> MakeThumbnail(ByteView file, const Codec& codec, const LoadOptions& options) {
+Result<QByteArray> MakeThumbnail(ByteView file, const Codec& codec, const QSize& original,
+                                 const LoadOptions& options) {
   LoadOptions small = options;
   small.box = kThumbnailBox;
   const Result<QImage> picture = codec.load(file, small);
   if (!picture) return Failure{picture.Reason()};
-  const Result<PictureFacts> facts = codec.readFacts(file, options);
-  const QSize original = facts ? QSize(facts->width, facts->height) : QSize();
   QByteArray jpeg = EncodeJpeg(FitThumbnail(*picture, kThumbnailBox, original), kThumbnailQuality);
   if (jpeg.isEmpty()) return Failure{QStringLiteral("The thumbnail could not be made")};
   return jpeg;

@@ -21,7 +21,8 @@ QImage FitThumbnail(const QImage& picture, const QSize& box = kThumbnailBox,
 
 /// The thumbnail of a file's bytes, decoded at no more than the size needed, as a JPEG of
 /// quality 80.
-Result<QByteArray> MakeThumbnail(ByteView file, const Codec& codec, const LoadOptions& options);
+Result<QByteArray> MakeThumbnail(ByteView file, const Codec& codec, const QSize& original,
+                                 const LoadOptions& options);
 
 /// A picture as a baseline JPEG (4:2:0, quality 1 to 100; alpha is dropped). Empty when it is null
 /// or too large for the format. Stands in codecs/jpeg.cpp.

@@ -65,7 +65,8 @@ ShutterSpeed AnalyseShutter(const QString& apexText) {
   constexpr float kLowest = -328;
   const float apex = Single(apexText);
   const double power = std::pow(2.0, static_cast<double>(apex));
-  const bool beyondFloat = !std::isfinite(static_cast<float>(power));
+  const bool beyondFloat =
+      !std::isfinite(static_cast<float>(power)) || !std::isfinite(static_cast<float>(1 / power));
   if (apex == 0 || apex <= kLowest || beyondFloat) return {u"1 sec"_s, {}, u"1"_s, {}};
   if (apex > 1) {
     const double denominator = Round(power, 0);
@@ -297,9 +298,9 @@ bool HasExif(const FileParameters& parameters) {
   return Val(parameters.GetIOProperty(u"EXIF_HASEXIF")) != 0;
 }
 
-// The GPS page.
+// The GPS and IPTC pages.
 
-QString GpsText(const QString& text) {
+QString TextAsRead(const QString& text) {
   return text;
 }
 QString GpsNumber(const QString& text) {
@@ -319,7 +320,7 @@ struct GpsRow {
 
 constexpr auto kDirection = Lettered<&tables::kDirection>;
 constexpr GpsRow kGpsRows[] = {
-    {{u"GPS Version ID", {}}, u"EXIF_GPSVersionID", GpsText},
+    {{u"GPS Version ID", {}}, u"EXIF_GPSVersionID", TextAsRead},
     {{u"Latitude Reference", Column::LatitudeReference},
      u"EXIF_GPSLatitudeRef",
      Lettered<&tables::kLatitude>},
@@ -334,20 +335,20 @@ constexpr GpsRow kGpsRows[] = {
     {{u"Longitude Seconds", Column::LongitudeSeconds}, u"EXIF_GPSLongitudeSeconds", GpsNumber},
     {{u"Altitude Reference", Column::AltitudeReference}, u"EXIF_GPSAltitudeRef", GpsNumber},
     {{u"Altitude (m)", Column::Altitude}, u"EXIF_GPSAltitude", GpsNumber},
-    {{u"Time Stamp Hour", {}}, u"EXIF_GPSTimeStampHour", GpsText},
-    {{u"Time Stamp Minute", {}}, u"EXIF_GPSTimeStampMinute", GpsText},
-    {{u"Time Stamp Second (UTC)", {}}, u"EXIF_GPSTimeStampSecond", GpsText},
-    {{u"GPS Satellites", {}}, u"EXIF_GPSSatellites", GpsText},
+    {{u"Time Stamp Hour", {}}, u"EXIF_GPSTimeStampHour", TextAsRead},
+    {{u"Time Stamp Minute", {}}, u"EXIF_GPSTimeStampMinute", TextAsRead},
+    {{u"Time Stamp Second (UTC)", {}}, u"EXIF_GPSTimeStampSecond", TextAsRead},
+    {{u"GPS Satellites", {}}, u"EXIF_GPSSatellites", TextAsRead},
     {{u"Status", {}}, u"EXIF_GPSStatus", Lettered<&tables::kGpsStatus>},
     {{u"Measure Mode", {}}, u"EXIF_GPSMeasureMode", Lettered<&tables::kMeasureMode>},
-    {{u"Degree of Precision", {}}, u"EXIF_GPSDOP", GpsText},
+    {{u"Degree of Precision", {}}, u"EXIF_GPSDOP", TextAsRead},
     {{u"Speed Reference", {}}, u"EXIF_GPSSpeedRef", Lettered<&tables::kSpeed>},
-    {{u"Speed", {}}, u"EXIF_GPSSpeed", GpsText},
+    {{u"Speed", {}}, u"EXIF_GPSSpeed", TextAsRead},
     {{u"Track Reference", {}}, u"EXIF_GPSTrackRef", kDirection},
     {{u"Track", {}}, u"EXIF_GPSTrack", GpsNumber},
     {{u"Image Direction Reference", {}}, u"EXIF_GPSImgDirectionRef", kDirection},
     {{u"Image Direction", {}}, u"EXIF_GPSImgDirection", GpsNumber},
-    {{u"Map Datum", {}}, u"EXIF_GPSMapDatum", GpsText},
+    {{u"Map Datum", {}}, u"EXIF_GPSMapDatum", TextAsRead},
     {{u"Destination Latitude Reference", {}},
      u"EXIF_GPSDestLatitudeRef",
      Lettered<&tables::kDestinationLatitude>},
@@ -365,11 +366,11 @@ constexpr GpsRow kGpsRows[] = {
     {{u"Destination Distance Reference", {}},
      u"EXIF_GPSDestDistanceRef",
      Lettered<&tables::kDistance>},
-    {{u"Destination Distance", {}}, u"EXIF_GPSDestDistance", GpsText},
-    {{u"GPS Date Stamp", {}}, u"EXIF_GPSDateStamp", GpsText},
+    {{u"Destination Distance", {}}, u"EXIF_GPSDestDistance", TextAsRead},
+    {{u"GPS Date Stamp", {}}, u"EXIF_GPSDateStamp", TextAsRead},
 };
 
-// The IPTC page: datasets of the application record.
+// Datasets of the IPTC application record.
 
 struct IptcRow {
   MetadataField field;
@@ -402,6 +403,12 @@ constexpr IptcRow kIptcRows[] = {
     {{u"Job Identifier", Column::JobIdentifier}, 103},
 };
 
+template <class Decode>
+void AddField(std::vector<DecodedField>& fields, const MetadataField& field, const QString& raw,
+              const Decode& decode) {
+  fields.push_back({&field, decode(raw), raw});
+}
+
 }  // namespace
 
 DecodedExif DecodeExif(const FileParameters& parameters, DecodeFor target) {
@@ -409,7 +416,8 @@ DecodedExif DecodeExif(const FileParameters& parameters, DecodeFor target) {
   if (!HasExif(parameters)) return decoded;
   Decoding decoding{parameters, target, decoded};
   for (const ExifRow& row : kExifRows)
-    decoded.fields.push_back({&row.field, row.rule(decoding, parameters.GetIOProperty(row.key))});
+    AddField(decoded.fields, row.field, parameters.GetIOProperty(row.key),
+             [&](const QString& raw) { return row.rule(decoding, raw); });
   return decoded;
 }
 
@@ -417,18 +425,16 @@ std::vector<DecodedField> DecodeGps(const FileParameters& parameters) {
   std::vector<DecodedField> fields;
   if (!HasExif(parameters)) return fields;
   for (const GpsRow& row : kGpsRows)
-    fields.push_back({&row.field, row.rule(parameters.GetIOProperty(row.key))});
+    AddField(fields, row.field, parameters.GetIOProperty(row.key), row.rule);
   return fields;
 }
 
 std::vector<DecodedField> DecodeIptc(const FileParameters& parameters) {
   const IptcList& iptc = parameters.Iptc();
   std::vector<DecodedField> fields;
-  for (const IptcRow& row : kIptcRows) {
-    const QString text = iptc.Get(iptc.Find(kIptcRecord, row.dataset));
-    fields.push_back(
-        {&row.field, row.dataset == kUrgencyDataset ? tables::kUrgency.Translate(text) : text});
-  }
+  for (const IptcRow& row : kIptcRows)
+    AddField(fields, row.field, iptc.Get(iptc.Find(kIptcRecord, row.dataset)),
+             row.dataset == kUrgencyDataset ? Lettered<&tables::kUrgency> : TextAsRead);
   return fields;
 }
 

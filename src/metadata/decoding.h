@@ -26,6 +26,7 @@ struct MetadataField {
 struct DecodedField {
   const MetadataField* field;
   QString text;
+  QString raw;  ///< as the file has it, so that no edit of the text shown loses it
 };
 
 /// Numbers without unit or prefix, for editors that don't parse the display text back.

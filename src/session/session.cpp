@@ -4,7 +4,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <functional>
 
+#include "shell/error.h"
 #include "shell/files.h"
 #include "shell/messages.h"
 
@@ -18,17 +20,75 @@ constexpr QLatin1StringView kCatalogueName("Zolmira QM.mdb");
 constexpr QLatin1StringView kTemplateFolders[] = {QLatin1StringView("printing_templates"),
                                                   QLatin1StringView("watermark_templates")};
 
+constexpr QLatin1StringView kBuildingPrefix(".zolmira-");
+
 Outcome MakePath(const QString& path) {
   if (QDir().mkpath(path)) return {};
   return Failure{u"Cannot create the folder %1"_s.arg(path)};
 }
 
+Outcome Named(const QString& path, Outcome outcome) {
+  if (outcome) return outcome;
+  return Failure{path + u": "_s + outcome.Reason()};
+}
+
+/// Makes a folder under another name first and renames it when `fill` is through: a copy that
+/// breaks off half way would look like something that the user changed, and would never be mended.
+Outcome BuildFolder(const QString& target, const std::function<Outcome(const QString&)>& fill) {
+  const QString parent = GetParentFolderName(target);
+  QTemporaryDir building(parent + u'/' + kBuildingPrefix + u"XXXXXX"_s);
+  if (!building.isValid()) return Failure{u"Cannot create the folder %1"_s.arg(target)};
+  if (Outcome filled = fill(building.path()); !filled) return filled;
+  QFile::setPermissions(building.path(), QFile::permissions(parent));
+  if (!QDir().rename(building.path(), target))
+    return Failure{u"Cannot create the folder %1"_s.arg(target)};
+  building.setAutoRemove(false);
+  SyncFolder(parent);
+  return {};
+}
+
+/// What a killed start left under a name that only `BuildFolder` gives; those of a start that may
+/// be under way are young.
+void RemoveLeftovers(const QString& parent) {
+  const QDateTime old = QDateTime::currentDateTime().addSecs(-600);
+  const QDir folder(parent);
+  for (const QFileInfo& entry : folder.entryInfoList({kBuildingPrefix + u"??????"_s},
+                                                     QDir::Dirs | QDir::Hidden | QDir::NoSymLinks))
+    if (entry.lastModified() < old) QDir(entry.filePath()).removeRecursively();
+}
+
+// Installed masters may be read-only; the user's copies are the user's.
+void MakeWritable(const QString& path) {
+  QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadOwner | QFile::WriteOwner);
+}
+
+/// A missing master is a broken installation, and nothing that the user could mend here.
+void RequireMaster(bool stands, const QString& path) {
+  if (!stands)
+    throw Error(error_number::kUnexpected, u"The installed master is missing: "_s + path);
+}
+
 Outcome CopyTemplates(const QString& masters, const QString& into, QLatin1StringView folder) {
-  return CopyFolder(masters + u'/' + folder, into + u'/' + folder);
+  const QString master = masters + u'/' + folder;
+  RequireMaster(FolderExists(master), master);
+  return BuildFolder(into + u'/' + folder, [&](const QString& building) {
+    for (const QFileInfo& entry : QDir(master).entryInfoList(QDir::Files)) {
+      const QString copy = building + u'/' + entry.fileName();
+      if (Outcome copied = CopyFile(entry.filePath(), copy); !copied)
+        return Named(copy, std::move(copied));
+      MakeWritable(copy);
+    }
+    return Outcome();
+  });
 }
 
 Outcome CopyDatabase(const QString& masters, const QString& into, QLatin1StringView name) {
-  return CopyFile(masters + u'/' + name, into + u'/' + name);
+  const QString master = masters + u'/' + name;
+  const QString copy = into + u'/' + name;
+  RequireMaster(FileExists(master), master);
+  if (Outcome copied = CopyFile(master, copy); !copied) return Named(copy, std::move(copied));
+  MakeWritable(copy);
+  return {};
 }
 
 QString ProblemText(OpenProblem problem, const QString& path) {
@@ -55,25 +115,21 @@ Outcome Session::PrepareFolders() const {
   return MakePath(folders_.ScratchFolder());
 }
 
-// Built under another name first: a copy that breaks off half way would look like a catalogue that
-// the user removed, and would never be mended.
 Outcome Session::FirstRun() const {
-  const QString makerFolder = GetParentFolderName(folders_.WorkingFolder());
   if (Outcome made = MakePath(folders_.DocumentsPath); !made) return made;
-  QTemporaryDir building(folders_.DocumentsPath + u"/.zolmira-XXXXXX"_s);
-  if (!building.isValid()) return Failure{u"Cannot create the folder %1"_s.arg(makerFolder)};
   const QString masters = folders_.MasterFolder();
-  const QString working = building.filePath(GetFileName(folders_.WorkingFolder()));
-  if (Outcome made = CreateFolder(working); !made) return made;
-  for (const QLatin1StringView folder : kTemplateFolders)
-    if (Outcome copied = CopyTemplates(masters, working, folder); !copied) return copied;
-  for (const QLatin1StringView name : {kCatalogueName, kCoreName})
-    if (Outcome copied = CopyDatabase(masters, working, name); !copied) return copied;
-  QFile::setPermissions(building.path(), QFile::permissions(folders_.DocumentsPath));
-  if (!QDir().rename(building.path(), makerFolder))
-    return Failure{u"Cannot create the folder %1"_s.arg(makerFolder)};
-  building.setAutoRemove(false);
-  return {};
+  const QString makerFolder = GetParentFolderName(folders_.WorkingFolder());
+  Outcome built = BuildFolder(makerFolder, [&](const QString& building) {
+    const QString working = building + u'/' + GetFileName(folders_.WorkingFolder());
+    if (Outcome made = CreateFolder(working); !made) return Named(working, std::move(made));
+    for (const QLatin1StringView folder : kTemplateFolders)
+      if (Outcome copied = CopyTemplates(masters, working, folder); !copied) return copied;
+    for (const QLatin1StringView name : {kCatalogueName, kCoreName})
+      if (Outcome copied = CopyDatabase(masters, working, name); !copied) return copied;
+    return Outcome();
+  });
+  // Another start may have been first.
+  return !built && FolderExists(makerFolder) ? Repair() : std::move(built);
 }
 
 Outcome Session::Repair() const {
@@ -96,6 +152,8 @@ Outcome Session::LockHome() {
   HomeLock lock(GetParentFolderName(folders_.ScratchFolder()));
   if (Outcome taken = lock.Take(); !taken) return taken;
   lock_ = std::move(lock);
+  RemoveLeftovers(folders_.DocumentsPath);
+  RemoveLeftovers(folders_.WorkingFolder());
   return {};
 }
 
@@ -112,11 +170,12 @@ Outcome Session::Activate(const QString& name,
   core_ = CoreDatabase::Open(corePath, problem);
   if (!core_) return Failure{ProblemText(problem, corePath)};
   settings_ = core_->ReadSettings();
+  // Categories and editors are read by whoever shows them; what takes time is the row index.
   tell(u"Loading Categories..."_s);
-  std::unique_ptr<Catalogue> opened = Catalogue::Open(path, problem);
-  if (!opened) return Failure{ProblemText(problem, path)};
   tell(u"Initializing Photo Editors..."_s);
   tell(u"Initializing Search Engine..."_s);
+  std::unique_ptr<Catalogue> opened = Catalogue::Open(path, problem);
+  if (!opened) return Failure{ProblemText(problem, path)};
   catalogue_ = std::move(opened);
   if (CatalogueTooLarge(QFileInfo(path).size()))
     MsgBox(QString::fromUtf16(session_text::kTooLarge), MessageKind::Warning);

@@ -169,7 +169,7 @@ TEST(Codecs, BrokenFilesAndTruncationsEndWithAReasonOrAPicture) {
     }
     const auto picture = codec->load(Bytes(bytes), options);
     EXPECT_NE(picture.Reason().isEmpty(), !picture || picture->isNull());
-    const auto thumbnail = MakeThumbnail(Bytes(bytes), *codec, options);
+    const auto thumbnail = MakeThumbnail(Bytes(bytes), *codec, {}, options);
     EXPECT_NE(thumbnail.Reason().isEmpty(), !thumbnail || thumbnail->isEmpty());
   };
   for (const QString& path :

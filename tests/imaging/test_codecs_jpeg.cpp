@@ -235,13 +235,13 @@ TEST(Thumbnail, FitsTheBoxIsNeverEnlargedAndStandsOnWhite) {
     EXPECT_EQ(thumbnail.size(), c.expected);
     EXPECT_EQ(thumbnail.pixel(0, 0), qRgb(255, 255, 255));
   }
-  const auto made = MakeThumbnail(Bytes(Write(kYcc)), kJpegCodec, {});
+  const auto made = MakeThumbnail(Bytes(Write(kYcc)), kJpegCodec, {}, {});
   ASSERT_TRUE(made);
   const auto back = kJpegCodec.load(Bytes(*made), {});
   ASSERT_TRUE(back);
   EXPECT_EQ(back->size(), QSize(kWidth, kHeight));
   EXPECT_TRUE(Near(back->pixel(80, 30), kYcc.expectedRight));
-  EXPECT_FALSE(MakeThumbnail(Bytes(Write(kYcc).left(100)), kJpegCodec, {}));
+  EXPECT_FALSE(MakeThumbnail(Bytes(Write(kYcc).left(100)), kJpegCodec, {}, {}));
 }
 
 }  // namespace

@@ -49,6 +49,7 @@ constexpr ExifCase kNumbers[] = {
     {u"EXIF_ShutterSpeedValue", u"-1", u"Shutter Speed", u"2 sec"},
     {u"EXIF_ShutterSpeedValue", u"-1.5", u"Shutter Speed", u"2.83 sec"},
     {u"EXIF_ShutterSpeedValue", u"0.5", u"Shutter Speed", u"0.71 sec"},
+    {u"EXIF_ShutterSpeedValue", u"-129", u"Shutter Speed", u"1 sec"},
     {u"EXIF_ShutterSpeedValue", u"-400", u"Shutter Speed", u"1 sec"},
     {u"EXIF_ShutterSpeedValue", u"200", u"Shutter Speed", u"1 sec"},
     {u"EXIF_ExposureTime", u"0", u"Exposure Time", u""},
@@ -167,6 +168,39 @@ TEST(DecodeExif, AFileWithoutExifHasNoExifAndNoGpsButIptc) {
   EXPECT_EQ(TextOf(iptc, u"Urgency"), u"8 (least urgent)"_s);
   EXPECT_EQ(TextOf(iptc, u"City"), u"Graz"_s);
   EXPECT_EQ(TextOf(iptc, u"Headline"), QString());
+}
+
+TEST(DecodeIptc, EachDatasetHasItsColumn) {
+  constexpr std::pair<int, Column> kDatasets[] = {{120, Column::Caption},
+                                                  {122, Column::Writer},
+                                                  {105, Column::Headline},
+                                                  {40, Column::SpecialInstructions},
+                                                  {25, Column::KeywordsIptc},
+                                                  {10, Column::Urgency},
+                                                  {15, Column::Category},
+                                                  {20, Column::OtherCategories},
+                                                  {116, Column::CopyrightIptc},
+                                                  {80, Column::AuthorIptc},
+                                                  {85, Column::AuthorTitle},
+                                                  {110, Column::Credit},
+                                                  {115, Column::Source},
+                                                  {5, Column::ObjectName},
+                                                  {55, Column::DateCreatedIptc},
+                                                  {30, Column::ReleasedDate},
+                                                  {90, Column::City},
+                                                  {95, Column::State},
+                                                  {100, Column::CountryCode},
+                                                  {101, Column::CountryName},
+                                                  {103, Column::JobIdentifier}};
+  FileParameters parameters;
+  for (const auto& [dataset, column] : kDatasets)
+    parameters.Iptc().Add(2, dataset, QString::number(dataset * 7));
+  std::map<Column, QString> decoded;
+  for (const DecodedField& field : DecodeIptc(parameters))
+    decoded[field.field->column.value()] = field.text;
+  EXPECT_EQ(decoded.size(), std::size(kDatasets));
+  for (const auto& [dataset, column] : kDatasets)
+    EXPECT_EQ(decoded[column], QString::number(dataset * 7)) << dataset;
 }
 
 TEST(DecodeGps, LettersBecomeWordsOnlyInCapitals) {

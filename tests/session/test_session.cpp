@@ -4,6 +4,7 @@
 #include <QProcess>
 
 #include "session/session.h"
+#include "shell/error.h"
 #include "shell/files.h"
 #include "shell/messages.h"
 #include "tests/support/print_text.h"
@@ -66,11 +67,22 @@ TEST_F(Home, ARepairBringsBackAllButACatalogue) {
   EXPECT_TRUE(FileExists(folders_.WorkingFolder() + u"/CORE.mdb"_s));
 }
 
+TEST_F(Home, ReadOnlyMastersGiveAHomeThatCanBeWritten) {
+  for (const char16_t* name : {u"/Zolmira QM.mdb", u"/CORE.mdb"})
+    QFile::setPermissions(folders_.MasterFolder() + QString::fromUtf16(name), QFile::ReadOwner);
+  Session session(folders_);
+  ASSERT_TRUE(session.PrepareFolders());
+  ASSERT_TRUE(session.LockHome());
+  ASSERT_TRUE(session.Activate(u"Zolmira QM.mdb"_s));
+  EXPECT_FALSE(session.ActiveCatalogue().ReadOnly());
+}
+
 TEST_F(Home, AFirstRunThatFailsLeavesNothingHalfMade) {
   QFile::remove(folders_.MasterFolder() + u"/CORE.mdb"_s);
   Session session(folders_);
-  EXPECT_FALSE(session.PrepareFolders());
-  EXPECT_TRUE(QDir(folders_.DocumentsPath).isEmpty());
+  EXPECT_THROW(static_cast<void>(session.PrepareFolders()), Error);
+  EXPECT_TRUE(
+      QDir(folders_.DocumentsPath).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
 }
 
 TEST_F(Home, ActivationTellsItsStepsAndWhatIsWrong) {

@@ -44,8 +44,7 @@ void Report(const ImportResult& result, const QString& message, const Console& c
 
 int RunCatalog(const GlobalOptions& global, const CatalogOptions& options, const Console& console) {
   const auto refuse = [&console](const char16_t* message) {
-    console.ErrorLine(QString::fromUtf16(message));
-    return kExitUsage;
+    return console.Refuse(QString::fromUtf16(message));
   };
   if (options.folders.isEmpty()) return refuse(import_text::kNoFolder);
   ImportTexts texts{options.notes, options.author, ParseImportDate(options.date)};

@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <QJsonObject>
 #include <cstdio>
 
 namespace zqm {
@@ -19,6 +20,19 @@ bool ProgressIsSeen() {
 
 }  // namespace
 
+QString OnOneLine(const QString& text) {
+  QString line;
+  for (const QChar c : text) {
+    if (c == u'\n')
+      line += QStringLiteral("\\n");
+    else if (c.category() == QChar::Other_Control)
+      line += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QChar(u'0'));
+    else
+      line += c;
+  }
+  return line;
+}
+
 void Console::Line(const QString& text) const {
   Put(stdout, text.toUtf8() + '\n');
 }
@@ -30,20 +44,32 @@ void Console::Document(const QJsonDocument& document) const {
   Put(stdout, document.toJson(QJsonDocument::Indented));
 }
 
+int Console::Refuse(const QString& message) const {
+  ErrorLine(message);
+  if (json_) Document(QJsonDocument(QJsonObject{{QStringLiteral("Message"), message}}));
+  return kExitUsage;
+}
+
 void Console::Failures(const FailureList& failures) const {
   for (const FailureRow& row : failures.rows)
-    ErrorLine(row.File + QStringLiteral(": ") + row.Reason);
+    ErrorLine(OnOneLine(row.File) + QStringLiteral(": ") + OnOneLine(row.Reason));
 }
 
 void Console::Progress(const QString& text) const {
   if (!ProgressIsSeen()) return;
   // Back to the line's start, the text, and the rest of the line cleared.
-  Put(stderr, '\r' + text.left(100).toUtf8() + "\x1B[K");
+  Put(stderr, '\r' + OnOneLine(text).left(100).toUtf8() + "\x1B[K");
   std::fflush(stderr);
 }
 
 void Console::ClearProgress() const {
   if (ProgressIsSeen()) Put(stderr, "\r\x1B[K");
+}
+
+int Console::Finish(int exitCode) const {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return exitCode;
+  ErrorLine(QStringLiteral("The output could not be written."));
+  return exitCode == kExitDone ? kExitSomeFailed : exitCode;
 }
 
 }  // namespace zqm

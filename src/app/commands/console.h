@@ -11,6 +11,9 @@ namespace zqm {
 /// How a command ended, as the process's exit code.
 enum ExitCode { kExitDone = 0, kExitSomeFailed = 1, kExitUsage = 2, kExitUnexpected = 3 };
 
+/// A value from a file as it can stand in a line of a terminal: control characters as escapes.
+QString OnOneLine(const QString& text);
+
 /// Standard output and standard error of a command.
 class Console {
  public:
@@ -22,11 +25,17 @@ class Console {
   void Line(const QString& text) const;
   void Document(const QJsonDocument& document) const;
   void ErrorLine(const QString& text) const;
+  /// A message that ends the command before anything was done; also as a document where one is
+  /// expected. Returns `kExitUsage`.
+  int Refuse(const QString& message) const;
   /// "FILE: REASON", a line each, on standard error.
   void Failures(const FailureList& failures) const;
   /// A line that the next one overwrites; only where standard error is a terminal.
   void Progress(const QString& text) const;
   void ClearProgress() const;
+
+  /// `exitCode`, or, when standard output could not take all that was printed, that this failed.
+  int Finish(int exitCode) const;
 
  private:
   bool json_;

@@ -32,7 +32,7 @@ class RecordPrinter {
     if (!first_) console_.Line(QString());
     first_ = false;
     for (const auto& [column, text] : texts)
-      console_.Line(ColumnName(column) + u": "_s + text);
+      console_.Line(ColumnName(column) + u": "_s + OnOneLine(text));
   }
 
   /// The failures, the JSON document, and the exit code.
@@ -69,7 +69,9 @@ int RunInfo(const QStringList& files, const Console& console) {
   RecordPrinter printer(console);
   FailureList failures;
   for (qsizetype i = 0; i < paths.size(); ++i) {
+    console.Progress(u"%1/%2  %3"_s.arg(i).arg(paths.size()).arg(GetFileName(paths.at(i))));
     const Result<PhotoFile> photo = ahead.Take(i, [] {});
+    console.ClearProgress();
     if (!photo) {
       failures.Add(paths.at(i), photo.Reason());
       continue;
@@ -105,9 +107,12 @@ int RunThumbnail(const GlobalOptions& global, const QString& file, const QString
   if (!opened.session) return opened.exitCode;
   PhotoRecordset& photos = opened.session->ActiveCatalogue().Photos();
   const QString path = AbsolutePath(file);
+  const QString target = AbsolutePath(out);
   FailureList failures;
   if (!photos.LocateRow(path)) {
     failures.Add(path, QString::fromUtf16(kReasonNotCatalogued));
+  } else if (QFileInfo::exists(target)) {
+    failures.Add(target, u"File already exists"_s);
   } else if (const Result<QByteArray> thumbnail = photos.ReadThumbnail(); !thumbnail) {
     failures.Add(path, thumbnail.Reason());
   } else if (const Outcome written = WriteFileAtomically(AbsolutePath(out), *thumbnail); !written) {

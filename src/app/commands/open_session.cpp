@@ -8,18 +8,23 @@ namespace zqm {
 namespace {
 
 OpenedSession Refuse(const Console& console, const QString& message) {
-  console.ErrorLine(message);
-  return {nullptr, kExitUsage};
+  return {nullptr, console.Refuse(message)};
 }
 
-/// The catalogue that the options mean, by its file name; "" when that isn't clear.
+/// The catalogue that the options mean, by its file name; "" when that isn't clear. The exact name
+/// goes before one that differs in letter case, and that counts only if it is the only one.
 QString ChosenCatalogue(const QStringList& names, const QString& wanted) {
   if (wanted.isEmpty()) return names.size() == 1 ? names.first() : QString();
-  for (const QString& candidate : {wanted, wanted + u".mdb"_s})
-    if (names.contains(candidate, Qt::CaseInsensitive))
-      return *std::ranges::find_if(names, [&candidate](const QString& name) {
-        return name.compare(candidate, Qt::CaseInsensitive) == 0;
-      });
+  const QStringList candidates{wanted, wanted + u".mdb"_s};
+  for (const QString& candidate : candidates)
+    if (names.contains(candidate)) return candidate;
+  for (const QString& candidate : candidates) {
+    QStringList alike;
+    std::ranges::copy_if(names, std::back_inserter(alike), [&candidate](const QString& name) {
+      return name.compare(candidate, Qt::CaseInsensitive) == 0;
+    });
+    if (alike.size() == 1) return alike.first();
+  }
   return QString();
 }
 
@@ -45,16 +50,14 @@ OpenedSession OpenSession(const GlobalOptions& options, bool writing, const Cons
 
 int RunCatalogues(const GlobalOptions& global, const Console& console) {
   const Session session(ResolveSessionFolders(global.home));
-  if (Outcome prepared = session.PrepareFolders(); !prepared) {
-    console.ErrorLine(prepared.Reason());
-    return kExitUsage;
-  }
+  if (Outcome prepared = session.PrepareFolders(); !prepared)
+    return console.Refuse(prepared.Reason());
   const QStringList names = session.CatalogueNames();
   if (console.Json()) {
     console.Document(QJsonDocument::fromVariant(names));
   } else {
     for (const QString& name : names)
-      console.Line(name);
+      console.Line(OnOneLine(name));
   }
   return kExitDone;
 }

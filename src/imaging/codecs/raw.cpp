@@ -245,6 +245,6 @@ Result<QImage> Load(ByteView file, const LoadOptions& options) {
 
 /// Ahead of TIFF, since many cameras use it as a container.
 constinit const Codec kRawCodec{"Camera RAW", kExtensions, 22,        "Camera RAW",
-                                90,           Sniff,       ReadFacts, Load};
+                                90,           Sniff,       ReadFacts, Load, true};
 
 }  // namespace zqm
