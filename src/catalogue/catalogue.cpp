@@ -2,6 +2,7 @@
 #include "catalogue/catalogue.h"
 
 #include <QDir>
+#include <algorithm>
 #include <array>
 
 #include "catalogue/database.h"
@@ -64,18 +65,20 @@ Catalogue::Catalogue(std::unique_ptr<Database> database)
     : database_(std::move(database)), photos_(std::make_unique<PhotoRecordset>(*database_)) {}
 Catalogue::~Catalogue() = default;
 
-std::unique_ptr<Catalogue> Catalogue::Open(const QString& path, OpenProblem& problem) {
-  auto database = Database::Open(path, Database::Kind::Catalogue, problem);
-  if (!database) return nullptr;
-  std::unique_ptr<Catalogue> catalogue(new Catalogue(std::move(database)));
-  try {
-    catalogue->photos_->Load();
-    catalogue->SettleIntents();
-  } catch (const Error&) {
-    problem = OpenProblem::Damaged;
-    return nullptr;
+std::unique_ptr<Catalogue> Catalogue::Open(const QString& path, OpenProblem& problem,
+                                           CatalogueAccess access, QString* reason) {
+  OpenFault fault;
+  std::unique_ptr<Catalogue> catalogue;
+  if (auto database = Database::Open(path, Database::Kind::Catalogue, access, fault)) {
+    catalogue.reset(new Catalogue(std::move(database)));
+    fault = FaultOfReading([&] {
+      catalogue->photos_->Load();
+      catalogue->SettleIntents();
+    });
   }
-  return catalogue;
+  problem = fault.problem;
+  if (reason) *reason = fault.reason;
+  return problem == OpenProblem::None ? std::move(catalogue) : nullptr;
 }
 
 // One that can't be settled now (file locked or read-only) waits for the next opening.
@@ -195,9 +198,10 @@ QStringList ListCatalogues(const QString& workingFolder) {
   static constexpr QLatin1StringView kSideFiles[] = {"-wal"_L1, "-shm"_L1, "-journal"_L1};
   QStringList names = QDir(workingFolder).entryList({u"*.mdb*"_s}, QDir::Files, QDir::Name);
   names.removeIf([](const QString& name) {
-    return name.compare("CORE.mdb"_L1, Qt::CaseInsensitive) == 0 ||
+    return name == "CORE.mdb"_L1 ||
            std::ranges::any_of(kSideFiles, [&](auto suffix) { return name.endsWith(suffix); });
   });
+  std::ranges::stable_sort(names, {}, [](const QString& name) { return FoldCase(name); });
   return names;
 }
 

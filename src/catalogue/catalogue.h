@@ -28,8 +28,13 @@ struct Intent {
 class Catalogue {
  public:
   /// Opens and checks (our file, right version, readable); finishes left-over intents; loads the
-  /// row index. A file that may not be written is opened for reading only.
-  static std::unique_ptr<Catalogue> Open(const QString& path, OpenProblem& problem);
+  /// row index. A file that may not be written is opened for reading only. `Reading` changes
+  /// nothing in the file, finishes no intent, and works beside a writer. `reason` takes the words
+  /// for an unreadable file ("Permission was denied", "The disk is full"). Raises `Error`
+  /// (kOverflow) for a file of more rows than the row index holds.
+  static std::unique_ptr<Catalogue> Open(const QString& path, OpenProblem& problem,
+                                         CatalogueAccess access = CatalogueAccess::ReadWrite,
+                                         QString* reason = nullptr);
   ~Catalogue();
 
   QString Path() const;
@@ -70,8 +75,8 @@ class Catalogue {
 /// An empty catalogue file, as the master is made at build time. Replaces nothing.
 Outcome CreateCatalogueFile(const QString& path);
 
-/// Names of the catalogues in a working folder: files "*.mdb*" but for "CORE.mdb" and the engine's
-/// side files, sorted by name.
+/// Names of the catalogues in a working folder: files "*.mdb*" but for "CORE.mdb", spelt so, and
+/// the engine's side files; sorted by name without regard to letter case.
 QStringList ListCatalogues(const QString& workingFolder);
 
 }  // namespace zqm

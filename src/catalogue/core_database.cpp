@@ -26,10 +26,25 @@ std::span<const SettingsField> SettingsFields() {
 CoreDatabase::CoreDatabase(std::unique_ptr<Database> database) : database_(std::move(database)) {}
 CoreDatabase::~CoreDatabase() = default;
 
-std::unique_ptr<CoreDatabase> CoreDatabase::Open(const QString& path, OpenProblem& problem) {
-  auto database = Database::Open(path, Database::Kind::Core, problem);
-  if (!database) return nullptr;
-  return std::unique_ptr<CoreDatabase>(new CoreDatabase(std::move(database)));
+std::unique_ptr<CoreDatabase> CoreDatabase::Open(const QString& path, OpenProblem& problem,
+                                                 CatalogueAccess access, QString* reason) {
+  OpenFault fault;
+  std::unique_ptr<CoreDatabase> core;
+  if (auto database = Database::Open(path, Database::Kind::Core, access, fault)) {
+    core.reset(new CoreDatabase(std::move(database)));
+    // Both are small; a damaged page shows here and not in the middle of the work.
+    fault = FaultOfReading([&] {
+      (void)core->ReadSettings();
+      (void)core->Editors();
+    });
+  }
+  problem = fault.problem;
+  if (reason) *reason = fault.reason;
+  return problem == OpenProblem::None ? std::move(core) : nullptr;
+}
+
+bool CoreDatabase::ReadOnly() const {
+  return database_->ReadOnly();
 }
 
 Settings CoreDatabase::ReadSettings() const {

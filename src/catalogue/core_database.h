@@ -42,8 +42,13 @@ struct ExternalEditor {
 /// CORE.mdb: what all catalogues of a home share.
 class CoreDatabase {
  public:
-  static std::unique_ptr<CoreDatabase> Open(const QString& path, OpenProblem& problem);
+  /// Opens and checks, settings and editors included. `access` and `reason` as of a catalogue.
+  static std::unique_ptr<CoreDatabase> Open(const QString& path, OpenProblem& problem,
+                                            CatalogueAccess access = CatalogueAccess::ReadWrite,
+                                            QString* reason = nullptr);
   ~CoreDatabase();
+
+  bool ReadOnly() const;
 
   Settings ReadSettings() const;
   Outcome WriteSettings(const Settings& settings);

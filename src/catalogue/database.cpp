@@ -9,14 +9,15 @@
 #include <QUrl>
 #include <QUuid>
 #include <QtEndian>
+#include <cerrno>
 #include <optional>
 #include <unordered_map>
 #include <vector>
 
 #include "catalogue/like_pattern.h"
 #include "catalogue/schema.h"
-#include "shell/error.h"
 #include "shell/files.h"
+#include "shell/platform.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,23 +32,44 @@ struct ExpectedFault {
   const char16_t* reason;
 };
 constexpr ExpectedFault kExpectedFaults[] = {
-    {SQLITE_FULL, kReasonDiskFull},         {SQLITE_BUSY, kReasonDatabaseLocked},
-    {SQLITE_LOCKED, kReasonDatabaseLocked}, {SQLITE_READONLY, kReasonDatabaseReadOnly},
-    {SQLITE_PERM, kReasonDatabaseReadOnly}, {SQLITE_IOERR, kReasonDiskFailed},
-    {SQLITE_CANTOPEN, kReasonDiskFailed},   {SQLITE_TOOBIG, u"The text is too long"},
+    {SQLITE_FULL, kReasonDiskFull},
+    {SQLITE_IOERR_SHMSIZE, kReasonDiskFull},  // no room for the smallest of the side files
+    {SQLITE_BUSY, kReasonDatabaseLocked},
+    {SQLITE_LOCKED, kReasonDatabaseLocked},
+    {SQLITE_READONLY, kReasonDatabaseReadOnly},
+    {SQLITE_PERM, kReasonDatabaseReadOnly},
+    {SQLITE_IOERR, kReasonDiskFailed},
+    {SQLITE_CANTOPEN, kReasonDiskFailed},
+    {SQLITE_TOOBIG, u"The text is too long"},
+    {SQLITE_NOMEM, u"There is not enough memory"},
 };
 
 int PrimaryCode(const SQLite::Exception& fault) {
   return fault.getErrorCode() & 0xFF;
 }
 
+// The words for the exact code go before those for its family.
+std::optional<QString> ReasonOf(const SQLite::Exception& fault) {
+  for (const int code : {fault.getExtendedErrorCode(), PrimaryCode(fault)})
+    for (const ExpectedFault& expected : kExpectedFaults)
+      if (expected.code == code) return QString::fromUtf16(expected.reason);
+  return std::nullopt;
+}
+
+// Only what the machine or other programs do leaves a file sound.
+OpenFault OpenFaultOf(const SQLite::Exception& fault) {
+  const auto reason = ReasonOf(fault);
+  if (!reason) return {OpenProblem::Damaged, QString::fromUtf8(fault.what())};
+  const bool locked = PrimaryCode(fault) == SQLITE_BUSY || PrimaryCode(fault) == SQLITE_LOCKED;
+  return {locked ? OpenProblem::Locked : OpenProblem::Unreadable, *reason};
+}
+
 [[noreturn]] void Raise(const SQLite::Exception& fault) {
-  throw Error(error_number::kDatabase, QString::fromUtf8(fault.what()));
+  throw ReadError(OpenFaultOf(fault));
 }
 
 Failure FailureOf(const SQLite::Exception& fault) {
-  for (const ExpectedFault& expected : kExpectedFaults)
-    if (expected.code == PrimaryCode(fault)) return {QString::fromUtf16(expected.reason)};
+  if (const auto reason = ReasonOf(fault)) return {*reason};
   Raise(fault);
 }
 
@@ -100,24 +122,31 @@ int Collate(void*, int leftSize, const void* left, int rightSize, const void* ri
 }
 
 struct Inspection {
-  OpenProblem problem;
+  OpenFault fault;
   bool pendingLog = false;  ///< a side file holds rows that the file itself lacks
 };
+
+Inspection CannotRead(int number) {
+  if (number == ENOENT || number == ENOTDIR) return {{OpenProblem::Missing, {}}};
+  if (number == EISDIR || number == ENODEV) return {{OpenProblem::Damaged, {}}};
+  return {{OpenProblem::Unreadable, ReasonForErrno(number)}};
+}
 
 // Looks at the bytes before the engine does: opening by it might already change a foreign file.
 Inspection Inspect(const QString& path, Database::Kind kind) {
   constexpr qsizetype kHeaderSize = 100, kVersionAt = 60, kApplicationAt = 68;
-  if (!QFileInfo::exists(path)) return {OpenProblem::Missing};
-  QFile file(path);
-  if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return {OpenProblem::Damaged};
-  const QByteArray header = file.read(kHeaderSize);
-  if (header.size() != kHeaderSize || !header.startsWith("SQLite format 3"))
-    return {OpenProblem::Damaged};
+  const Inspection damaged{{OpenProblem::Damaged, {}}};
+  platform::Handle file;
+  if (const int error = file.OpenToRead(path)) return CannotRead(error);
+  QByteArray header(kHeaderSize, Qt::Uninitialized);
+  qint64 got = 0;
+  if (const int error = file.Read(header.data(), kHeaderSize, got)) return CannotRead(error);
+  if (got != kHeaderSize || !header.startsWith("SQLite format 3")) return damaged;
   const auto number = [&](qsizetype at) { return qFromBigEndian<qint32>(header.data() + at); };
   if (number(kApplicationAt) != ApplicationId(kind) ||
       number(kVersionAt) > static_cast<int>(SchemaSteps(kind).size()))
-    return {OpenProblem::Damaged};
-  return {OpenProblem::None, QFileInfo(path + "-wal"_L1).size() > 0};
+    return damaged;
+  return {{}, QFileInfo(path + "-wal"_L1).size() > 0};
 }
 
 // The engine needs files of its own beside the catalogue.
@@ -175,12 +204,18 @@ class ResetAtEnd {
 }  // namespace
 
 struct Database::Connection {
-  Connection(QString filePath, bool forReading, bool unchanging)
+  /// How the engine may treat the file.
+  enum class Mode {
+    Write,
+    Read,       ///< makes and tidies away its side files, but writes no row
+    Permitted,  ///< as far as the file's and folder's permissions let it
+    Unchanging  ///< nobody writes meanwhile: no side files, which might not be makeable
+  };
+
+  Connection(QString filePath, Mode mode, bool pendingLog)
       : path(std::move(filePath)),
-        readOnly(forReading),
-        handle(AddressOf(path, unchanging),
-               (readOnly ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) | SQLite::OPEN_URI,
-               kBusyMilliseconds) {
+        readOnly(mode != Mode::Write),
+        handle(AddressOf(path, mode), OpenFlags(mode), kBusyMilliseconds) {
     sqlite3* raw = handle.getHandle();
     sqlite3_db_config(raw, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(raw, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -189,15 +224,26 @@ struct Database::Connection {
     sqlite3_create_collation_v2(raw, "FOLDED", SQLITE_UTF8, nullptr, Collate, nullptr);
     // A second search over the same rows finds them in memory (KiB).
     handle.exec("PRAGMA cache_size = -65536");
-    if (readOnly) return;
+    if (readOnly) {
+      handle.exec("PRAGMA query_only = ON");
+      // What a killed writer left in the log is taken over by the next writer, not here.
+      sqlite3_db_config(raw, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, pendingLog ? 1 : 0, nullptr);
+      return;
+    }
     handle.exec("PRAGMA journal_mode = WAL");
     handle.exec("PRAGMA synchronous = NORMAL");
     handle.exec("PRAGMA foreign_keys = ON");
   }
 
-  // A file that nobody can write needs no side files, which might not be makeable.
-  static std::string AddressOf(const QString& path, bool unchanging) {
-    return QUrl::fromLocalFile(path).toEncoded().toStdString() + (unchanging ? "?immutable=1" : "");
+  static std::string AddressOf(const QString& path, Mode mode) {
+    return QUrl::fromLocalFile(path).toEncoded().toStdString() +
+           (mode == Mode::Unchanging ? "?immutable=1" : "");
+  }
+
+  // The engine can't tidy away side files of a file that it has opened for reading.
+  static int OpenFlags(Mode mode) {
+    const bool writes = mode == Mode::Write || mode == Mode::Read;
+    return (writes ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY) | SQLite::OPEN_URI;
   }
 
   SQLite::Statement& Prepared(const std::string& sql) {
@@ -259,31 +305,42 @@ QByteArray Row::Bytes(int column) const {
 Database::Database(std::unique_ptr<Connection> connection) : connection_(std::move(connection)) {}
 Database::~Database() = default;
 
-std::unique_ptr<Database> Database::Open(const QString& path, Kind kind, OpenProblem& problem) {
+std::unique_ptr<Database> Database::Open(const QString& path, Kind kind, CatalogueAccess access,
+                                         OpenFault& fault) {
+  using Mode = Connection::Mode;
   const Inspection found = Inspect(path, kind);
-  problem = found.problem;
-  if (problem != OpenProblem::None) return nullptr;
-  problem = OpenProblem::Damaged;
-  try {
-    const bool readOnly = !MayWrite(path);
-    auto connection = std::make_unique<Connection>(path, readOnly, readOnly && !found.pendingLog);
-    const int version = VersionOf(connection->handle);
-    const auto newest = static_cast<int>(SchemaSteps(kind).size());
-    if (version < newest && !readOnly) Upgrade(connection->handle, kind);
-    if (version > newest || !TablesAreOurs(connection->handle, kind)) return nullptr;
-    problem = OpenProblem::None;
-    return std::unique_ptr<Database>(new Database(std::move(connection)));
-  } catch (const SQLite::Exception& fault) {
-    if (PrimaryCode(fault) == SQLITE_BUSY || PrimaryCode(fault) == SQLITE_LOCKED)
-      problem = OpenProblem::Locked;
-    return nullptr;
-  }
+  fault = found.fault;
+  if (fault.problem != OpenProblem::None) return nullptr;
+  const auto newest = static_cast<int>(SchemaSteps(kind).size());
+  const auto openAs = [&](Mode mode) -> std::unique_ptr<Database> {
+    fault = {OpenProblem::Damaged, {}};
+    try {
+      auto connection = std::make_unique<Connection>(path, mode, found.pendingLog);
+      const int version = VersionOf(connection->handle);
+      if (version < newest && mode == Mode::Write) Upgrade(connection->handle, kind);
+      if (version > newest || !TablesAreOurs(connection->handle, kind)) return nullptr;
+      fault = {};
+      return std::unique_ptr<Database>(new Database(std::move(connection)));
+    } catch (const SQLite::Exception& raised) {
+      fault = OpenFaultOf(raised);
+      return nullptr;
+    }
+  };
+  const Mode modest = found.pendingLog ? Mode::Permitted : Mode::Unchanging;
+  if (!MayWrite(path)) return openAs(modest);
+  if (access == CatalogueAccess::ReadWrite) return openAs(Mode::Write);
+  auto opened = openAs(Mode::Read);
+  // A full disk has no room for side files; with nothing in the log the file itself is all.
+  if (fault.problem != OpenProblem::Unreadable || QFileInfo(path + "-wal"_L1).size() > 0)
+    return opened;
+  return openAs(Mode::Unchanging);
 }
 
 Outcome Database::Create(const QString& path, Kind kind) {
   constexpr char kPageSize[] = "PRAGMA page_size = 4096";
   const QString folder = GetParentFolderName(path);
   if (QFileInfo::exists(path)) return Failure{u"File already exists"_s};
+  if (!FolderExists(folder)) return Failure{QString::fromUtf16(kReasonMissing)};
   if (!QFileInfo(folder).isWritable()) return Failure{QString::fromUtf16(kReasonPermission)};
   const QString unfinished =
       folder + "/.zqm-"_L1 + QUuid::createUuid().toString(QUuid::WithoutBraces);
@@ -300,6 +357,18 @@ Outcome Database::Create(const QString& path, Kind kind) {
   if (made) made = MoveFile(unfinished, path);
   if (!made) RemoveWithSideFiles(unfinished);
   return made;
+}
+
+OpenFault FaultOfReading(const std::function<void()>& body) {
+  try {
+    body();
+    return {};
+  } catch (const ReadError& error) {
+    return error.Fault();
+  } catch (const Error& error) {
+    if (error.Number() != error_number::kDatabase) throw;
+    return {OpenProblem::Damaged, error.Description()};
+  }
 }
 
 QString Database::Path() const {

@@ -13,6 +13,7 @@
 #include <variant>
 
 #include "catalogue/open_problem.h"
+#include "shell/error.h"
 #include "shell/result.h"
 
 namespace SQLite {
@@ -38,19 +39,42 @@ class Row {
   SQLite::Statement& statement_;
 };
 
+/// Why a file could not be opened.
+struct OpenFault {
+  OpenProblem problem = OpenProblem::None;
+  QString reason;  ///< in words for a user when it is `Unreadable`
+};
+
+/// A read that failed: no call of a running program can go on without its catalogue.
+class ReadError : public Error {
+ public:
+  explicit ReadError(OpenFault fault)
+      : Error(error_number::kDatabase, fault.reason), fault_(std::move(fault)) {}
+  const OpenFault& Fault() const { return fault_; }
+
+ private:
+  OpenFault fault_;
+};
+
+/// What the reads in `body` that belong to the opening of a file met with.
+OpenFault FaultOfReading(const std::function<void()>& body);
+
 /// One database file and its only connection.
 ///
 /// Errors: what the machine or other programs do (disk full or failing, file locked or read-only)
 /// is a `Failure` of the writing call; a damaged file or a wrong statement raises `Error`
-/// (kDatabase). Reads have no expected failures. In statements `LIKE` is the catalogue's own
-/// (`LikeMatches`), and the collation `FOLDED` compares texts without regard to letter case.
+/// (kDatabase). Reads have no expected failures and raise `ReadError`. In statements `LIKE` is the
+/// catalogue's own (`LikeMatches`), and the collation `FOLDED` compares texts without regard to
+/// letter case.
 class Database {
  public:
   enum class Kind { Catalogue, Core };
 
   /// Opens a file of that kind and brings an older one up to date. A file of another origin is only
-  /// ever read. One that may not be written is opened for reading only.
-  static std::unique_ptr<Database> Open(const QString& path, Kind kind, OpenProblem& problem);
+  /// ever read. One that may not be written is opened for reading only. `Reading` leaves the file
+  /// as it is and works on a full disk; the engine's side files may stand as long as it is open.
+  static std::unique_ptr<Database> Open(const QString& path, Kind kind, CatalogueAccess access,
+                                        OpenFault& fault);
   /// Makes an empty file, whole or not at all. Never replaces one.
   static Outcome Create(const QString& path, Kind kind);
   ~Database();

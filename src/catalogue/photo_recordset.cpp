@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <utility>
 
 #include "catalogue/database.h"
 #include "catalogue/schema.h"
@@ -82,6 +83,7 @@ struct PhotoRecordset::State {
   std::optional<RowTexts> stored;
   bool asked = false;                        // for one of its texts, while `stored` is empty
   std::vector<RowIndex::Entry> formerPaths;  // since the last commit, for taking them back
+  Outcome unreported;                        // of a `LocateRow`, which had no words for it
 
   void RequireRow() const {
     if (current == 0 && !newRow)
@@ -128,6 +130,12 @@ struct PhotoRecordset::State {
     return outcome;
   }
 
+  // A batch that has lost rows stays lost as a whole until its caller has heard of it.
+  Outcome TakeUnreported() {
+    if (!unreported) RollBack();
+    return std::exchange(unreported, Outcome());
+  }
+
   Outcome Begin() { return database.InTransaction() ? Outcome() : database.Begin(); }
 
   Outcome StoreThumbnail(qint64 id) {
@@ -151,7 +159,7 @@ struct PhotoRecordset::State {
     values.emplace_back(current);
     const auto written =
         database.Write("UPDATE texts SET " + Listed(columns, " = ?") + " WHERE ID = ?", values);
-    if (written && *written == 0) return Failure{u"File is not in the database"_s};
+    if (written && *written == 0) return Failure{QString::fromUtf16(kReasonNotCatalogued)};
     return Done(written);
   }
 
@@ -221,6 +229,7 @@ PhotoRecordset::~PhotoRecordset() = default;
 void PhotoRecordset::Load() {
   State& s = *state_;
   s.RollBack();
+  s.unreported = Outcome();
   s.index.Clear();
   std::vector<RowIndex::Entry> rows;
   s.database.ReadOnce("SELECT ID, Photo FROM texts INDEXED BY texts_photo", [&](const Row& row) {
@@ -251,7 +260,10 @@ bool PhotoRecordset::LocateRow(const QString& path) {
   const auto id = state_->index.Find(path);
   if (!id) return false;
   if (*id == state_->current && !state_->newRow) return true;
-  if (!state_->Leave()) return false;
+  if (Outcome left = state_->Leave(); !left) {
+    state_->unreported = std::move(left);
+    return false;
+  }
   state_->MakeCurrent(*id);
   return true;
 }
@@ -264,7 +276,8 @@ Outcome PhotoRecordset::MoveTo(int position) {
 }
 
 Outcome PhotoRecordset::MoveFirst() {
-  Outcome written = state_->Leave();
+  Outcome written = state_->TakeUnreported();
+  if (written) written = state_->Leave();
   if (written) written = state_->Commit();
   state_->MakeCurrent(Count() == 0 ? 0 : state_->index.At(0).id);
   return written;
@@ -272,7 +285,8 @@ Outcome PhotoRecordset::MoveFirst() {
 
 Outcome PhotoRecordset::BeginNewRow() {
   State& s = *state_;
-  Outcome ready = s.Leave();
+  Outcome ready = s.TakeUnreported();
+  if (ready) ready = s.Leave();
   if (ready) ready = s.Commit();
   if (!ready) return ready;
   if (s.index.Full()) return Failure{QString::fromUtf16(kReasonDatabaseFull)};
@@ -290,6 +304,7 @@ Outcome PhotoRecordset::CommitRow() {
 
 Outcome PhotoRecordset::CommitGathered(const std::function<Outcome()>& more) {
   State& s = *state_;
+  if (Outcome lost = s.TakeUnreported(); !lost) return lost;
   Outcome written = s.newRow ? Outcome() : s.Leave();
   if (written && more) {
     written = s.Begin();
@@ -331,6 +346,7 @@ QString PhotoRecordset::GetField(Column column) const {
 Outcome PhotoRecordset::DeleteCurrentRow() {
   State& s = *state_;
   s.RequireRow();
+  if (Outcome lost = s.TakeUnreported(); !lost) return lost;
   if (s.newRow) {
     CancelRow();
     return {};

@@ -20,9 +20,11 @@ class Database;
 /// Commit rules: a new row is one transaction, written by `CommitRow`. Values assigned to existing
 /// rows gather in one transaction while the cursor moves from row to row, and are committed by
 /// `MoveFirst` (or by the next `BeginNewRow` or `DeleteCurrentRow`). A failed write rolls back all
-/// that was gathered, and says so once, by the call that failed. Moving away from a begun row
-/// without `CommitRow` forgets it; after a deletion no row is current. `ID` and `Thumbnail` are
-/// never assigned as text.
+/// that was gathered, and says so once, by the call that failed. `LocateRow` can't say it: the next
+/// `MoveFirst`, `BeginNewRow`, `DeleteCurrentRow`, `CommitRow` or `CommitGathered` does, and does
+/// nothing else but drop what was assigned in between (`MoveFirst` moves all the same). Moving away
+/// from a begun row without `CommitRow` forgets it; after a deletion no row is current. `ID` and
+/// `Thumbnail` are never assigned as text.
 class PhotoRecordset {
  public:
   explicit PhotoRecordset(Database& database);
@@ -36,8 +38,8 @@ class PhotoRecordset {
   /// Position of the current row from 0, or -1 (no row, or a new row not yet committed).
   int Position() const;
 
-  /// Makes the row of that path current; false when it isn't catalogued or the pending values of
-  /// the row that is left could not be written.
+  /// Makes the row of that path current; false when it isn't catalogued, or when the pending values
+  /// of the row that is left could not be written (see above).
   bool LocateRow(const QString& path);
   bool IsCatalogued(const QString& path) const;
   Outcome MoveTo(int position);
@@ -72,6 +74,7 @@ class PhotoRecordset {
   std::unique_ptr<State> state_;
 };
 
+inline constexpr char16_t kReasonNotCatalogued[] = u"File is not in the database";
 inline constexpr char16_t kReasonDatabaseFull[] = u"The database is full";
 inline constexpr char16_t kReasonThumbnail[] =
     u"The thumbnail for this photo is corrupted. Find this photo on your computer, select it and "

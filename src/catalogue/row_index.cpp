@@ -1,25 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "catalogue/row_index.h"
 
-#include <QFile>
-#include <filesystem>
-
 #include "catalogue/like_pattern.h"
 #include "shell/error.h"
 #include "shell/files.h"
+#include "shell/platform.h"
 
 namespace zqm {
 namespace {
 
 size_t LowBit(size_t number) {
   return number & (~number + 1);
-}
-
-// By device and file number: one file under two spellings, not two files of the same content.
-bool SameFile(const QString& one, const QString& other) {
-  std::error_code failed;
-  return std::filesystem::equivalent(QFile::encodeName(one).toStdString(),
-                                     QFile::encodeName(other).toStdString(), failed);
 }
 
 }  // namespace
@@ -77,7 +68,7 @@ std::optional<qint64> RowIndex::Find(const QString& path) const {
   const auto [first, last] = byFoldedPath_.equal_range(FoldCase(path));
   for (auto candidate = first; candidate != last; ++candidate) {
     const QString& stored = slots_[static_cast<size_t>(slotOf_.value(*candidate))].path;
-    if (!FileExists(stored) || SameFile(stored, path)) return *candidate;
+    if (!FileExists(stored) || platform::SameFile(stored, path)) return *candidate;
   }
   return std::nullopt;
 }

@@ -91,17 +91,29 @@ Outcome CopyDatabase(const QString& masters, const QString& into, QLatin1StringV
   return {};
 }
 
-QString ProblemText(OpenProblem problem, const QString& path) {
+QString ProblemText(OpenProblem problem, const QString& path, const QString& reason) {
   switch (problem) {
     case OpenProblem::Missing:
       return QString::fromUtf16(session_text::kNoCatalogue) + GetParentFolderName(path);
     case OpenProblem::Locked:
       return QString::fromUtf16(session_text::kLocked);
+    case OpenProblem::Unreadable:
+      return path + u": "_s + reason;
     case OpenProblem::Damaged:
     case OpenProblem::None:
       break;
   }
   return QString::fromUtf16(session_text::kDamaged);
+}
+
+/// Opens a catalogue or the core database, or says why not in words for the user.
+template <class File>
+Result<std::unique_ptr<File>> OpenFile(const QString& path, CatalogueAccess access) {
+  OpenProblem problem = OpenProblem::None;
+  QString reason;
+  std::unique_ptr<File> file = File::Open(path, problem, access, &reason);
+  if (!file) return Failure{ProblemText(problem, path, reason)};
+  return file;
 }
 
 }  // namespace
@@ -163,20 +175,20 @@ Outcome Session::Activate(const QString& name,
     if (status) status(text);
   };
   const QString path = folders_.WorkingFolder() + u'/' + name;
-  const QString corePath = folders_.WorkingFolder() + u'/' + kCoreName;
-  OpenProblem problem = OpenProblem::None;
+  const CatalogueAccess access = lock_ ? CatalogueAccess::ReadWrite : CatalogueAccess::Reading;
 
   tell(u"Loading Settings..."_s);
-  core_ = CoreDatabase::Open(corePath, problem);
-  if (!core_) return Failure{ProblemText(problem, corePath)};
-  settings_ = core_->ReadSettings();
+  auto core = OpenFile<CoreDatabase>(folders_.WorkingFolder() + u'/' + kCoreName, access);
+  if (!core) return Failure{core.Reason()};
   // Categories and editors are read by whoever shows them; what takes time is the row index.
   tell(u"Loading Categories..."_s);
   tell(u"Initializing Photo Editors..."_s);
   tell(u"Initializing Search Engine..."_s);
-  std::unique_ptr<Catalogue> opened = Catalogue::Open(path, problem);
-  if (!opened) return Failure{ProblemText(problem, path)};
-  catalogue_ = std::move(opened);
+  auto catalogue = OpenFile<Catalogue>(path, access);
+  if (!catalogue) return Failure{catalogue.Reason()};
+  core_ = std::move(*core);
+  settings_ = core_->ReadSettings();
+  catalogue_ = std::move(*catalogue);
   if (CatalogueTooLarge(QFileInfo(path).size()))
     MsgBox(QString::fromUtf16(session_text::kTooLarge), MessageKind::Warning);
   return {};

@@ -33,11 +33,13 @@ class Session {
   QStringList CatalogueNames() const;
 
   /// Opens settings, categories, editors and photos, telling `status` each step's text before it
-  /// begins, and warns of a catalogue over 1.5 GB. Reasons are whole messages to the user.
+  /// begins, and warns of a catalogue over 1.5 GB. Without the home's lock it is open for reading
+  /// only. Reasons are whole messages to the user.
   Outcome Activate(const QString& name,
                    const std::function<void(const QString& status)>& status = {});
 
-  /// Takes the right to write in this home for the rest of the run. Reasons are those of `HomeLock`.
+  /// Takes the right to write in this home for the rest of the run. Reasons are those of
+  /// `HomeLock`.
   Outcome LockHome();
 
   /// The active catalogue; `Activate` must have succeeded.

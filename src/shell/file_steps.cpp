@@ -122,11 +122,17 @@ Outcome CopyInPlace(Handle& source, const QString& target, bool compare,
   return PutInPlace(target, true, fill, rename);
 }
 
-Outcome MoveAcross(const QString& from, const QString& to) {
+/// On another file system. A link stays a link, as it does within one, also without a target.
+Outcome CopyAcross(const QString& from, const QString& to) {
+  if (platform::KindOf(from) == EntryKind::Link) return FromErrno(platform::MakeLinkLike(from, to));
   Handle source;
   if (const int error = source.OpenToRead(from)) return Failure{ReasonForSource(error)};
-  if (Outcome copied = CopyInPlace(source, to, true, platform::RenameExclusive); !copied)
-    return copied;
+  return CopyInPlace(source, to, true, platform::RenameExclusive);
+}
+
+Outcome MoveAcross(const QString& from, const QString& to) {
+  if (Outcome copied = CopyAcross(from, to); !copied) return copied;
+  platform::SyncFolder(FolderOf(to));
   const int error = platform::RemoveFile(from);
   // A source that may not go means that nothing was moved.
   if (error != 0) platform::RemoveFile(to);

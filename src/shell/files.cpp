@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <algorithm>
 #include <cerrno>
+#include <new>
 
 #include "shell/dates.h"
 #include "shell/file_operation.h"
@@ -118,8 +119,13 @@ Result<QByteArray> ReadWholeFile(const QString& path, qint64 limit) {
   platform::Handle file;
   if (const int error = file.OpenToRead(path)) return Failure{steps::ReasonForSource(error)};
   const qint64 size = file.Size();
-  if (size > limit) return Failure{ReasonForErrno(EFBIG)};
-  QByteArray content(size, Qt::Uninitialized);
+  if (size > limit) return Failure{QString::fromUtf16(kReasonFileTooLarge)};
+  QByteArray content;
+  try {
+    content = QByteArray(size, Qt::Uninitialized);
+  } catch (const std::bad_alloc&) {
+    return Failure{ReasonForErrno(ENOMEM)};
+  }
   qint64 got = 0;
   if (const int error = file.Read(content.data(), size, got)) return Failure{ReasonForErrno(error)};
   content.truncate(got);

@@ -51,9 +51,10 @@ Outcome DeleteFile(const QString& path);
 /// The folder with all that is in it, into `to`, which is made.
 Outcome CopyFolder(const QString& from, const QString& to);
 
-/// The whole file in one read; a file over `limit` bytes is refused, never cut. Reasons:
-/// `kReasonMissing`, `kReasonPermission`, or the system's own words.
-Result<QByteArray> ReadWholeFile(const QString& path, qint64 limit = qint64{1} << 31);
+/// The whole file in one read; a file over `limit` bytes is refused before anything is allocated,
+/// never cut. Reasons: `kReasonMissing`, `kReasonPermission`, `kReasonFileTooLarge`, or the
+/// system's own words, also for memory that isn't to be had.
+Result<QByteArray> ReadWholeFile(const QString& path, qint64 limit = qint64{1} << 30);
 
 /// Replaces the file's content so that a reader or a crash finds either the old or the new whole:
 /// links are resolved, a read-only target is refused, a temporary in the target's folder is
@@ -66,6 +67,7 @@ void SyncFolder(const QString& folder);
 
 inline constexpr char16_t kReasonMissing[] = u"File is offline or missing";
 inline constexpr char16_t kReasonPermission[] = u"Permission was denied";
+inline constexpr char16_t kReasonFileTooLarge[] = u"File is too large";
 
 /// The words for an `errno` value: "Permission was denied" for EACCES, EPERM and EROFS, else the
 /// system's text.

@@ -27,8 +27,11 @@ int RenameReplacing(const QString& from, const QString& to);
 int RenameExclusive(const QString& from, const QString& to);
 int SyncFolder(const QString& path);
 
-/// A lock on a file that only one process can hold. The kernel lets go of it when the process ends, in
-/// whatever way; the file stays.
+/// Whether somebody may be reading along, rather than a file or another program.
+bool StandardErrorIsTerminal();
+
+/// A lock on a file that only one process can hold. The kernel lets go of it when the process ends,
+/// in whatever way; the file stays.
 class FileLock {
  public:
   FileLock() = default;
@@ -36,7 +39,8 @@ class FileLock {
   FileLock(const FileLock&) = delete;
   FileLock& operator=(const FileLock&) = delete;
 
-  /// Makes the file if it is missing. EWOULDBLOCK when it is held, also by this process.
+  /// Makes the file if it is missing. EWOULDBLOCK when it is held, also by this process or object.
+  /// A lock held before is let go only for the new one.
   int Take(const QString& path);
 
  private:

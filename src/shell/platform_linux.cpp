@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
 #include "shell/platform.h"
 
@@ -126,15 +127,23 @@ int SyncFolder(const QString& path) {
   return error;
 }
 
+bool StandardErrorIsTerminal() {
+  return isatty(STDERR_FILENO) == 1;
+}
+
 FileLock::~FileLock() {
   if (descriptor_ >= 0) close(descriptor_);
 }
 
 int FileLock::Take(const QString& path) {
   const QByteArray name = QFile::encodeName(path);
-  descriptor_ = Retry([&] { return open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666); });
-  if (descriptor_ < 0) return errno;
-  return ErrnoOf(Retry([&] { return flock(descriptor_, LOCK_EX | LOCK_NB); }));
+  int descriptor =
+      Retry([&] { return open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666); });
+  if (descriptor < 0) return errno;
+  const int error = ErrnoOf(Retry([&] { return flock(descriptor, LOCK_EX | LOCK_NB); }));
+  if (error == 0) std::swap(descriptor, descriptor_);
+  if (descriptor >= 0) close(descriptor);
+  return error;
 }
 
 int Handle::OpenToRead(const QString& path) {

@@ -21,10 +21,10 @@ class CatalogueTest : public ::testing::Test {
     Reopen();
   }
 
-  void Reopen() {
+  void Reopen(CatalogueAccess access = CatalogueAccess::ReadWrite) {
     catalogue.reset();
     OpenProblem problem{};
-    catalogue = Catalogue::Open(file, problem);
+    catalogue = Catalogue::Open(file, problem, access);
     ASSERT_EQ(problem, OpenProblem::None);
   }
 

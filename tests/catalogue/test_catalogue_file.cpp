@@ -25,9 +25,9 @@ QByteArray Content(const QString& path) {
 
 class CatalogueFileTest : public test::CatalogueTest {
  protected:
-  OpenProblem ProblemOf(const QString& path) {
+  OpenProblem ProblemOf(const QString& path, CatalogueAccess access = CatalogueAccess::ReadWrite) {
     OpenProblem problem{};
-    const auto opened = Catalogue::Open(path, problem);
+    const auto opened = Catalogue::Open(path, problem, access, &reason);
     EXPECT_EQ(opened == nullptr, problem != OpenProblem::None);
     return problem;
   }
@@ -49,6 +49,8 @@ class CatalogueFileTest : public test::CatalogueTest {
     SQLite::Database database(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
     database.exec(sql);
   }
+
+  QString reason;  // of the last problem
 
   QStringList Left() const {
     return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
@@ -147,7 +149,7 @@ TEST_F(CatalogueFileTest, AReadOnlyCatalogueReadsAndRefusesEveryWrite) {
   ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner));
   Reopen();
   const QByteArray before = Content(file);
-  const QString reason = u"The database is read-only"_s;
+  reason = u"The database is read-only"_s;
   PhotoRecordset& photos = catalogue->Photos();
   EXPECT_TRUE(catalogue->ReadOnly());
   EXPECT_EQ(photos.BeginNewRow().Reason(), reason);
@@ -168,6 +170,81 @@ TEST_F(CatalogueFileTest, AReadOnlyCatalogueReadsAndRefusesEveryWrite) {
   QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
 }
 
+TEST_F(CatalogueFileTest, ReadingLeavesEverythingToTheNextWriter) {
+  const QString from = PathOf(u"a.jpg"_s), to = PathOf(u"b.jpg"_s);
+  ASSERT_TRUE(Add(from));
+  ASSERT_TRUE(catalogue->RecordIntent({u"move"_s, from, to}));
+  test::Touch(to);
+  // Beside a writer, of whom all stands in the log yet.
+  OpenProblem problem{};
+  auto reader = Catalogue::Open(file, problem, CatalogueAccess::Reading);
+  ASSERT_TRUE(reader);
+  EXPECT_TRUE(reader->ReadOnly());
+  EXPECT_TRUE(reader->Photos().IsCatalogued(from));
+  EXPECT_EQ(reader->Photos().BeginNewRow().Reason(), u"The database is read-only"_s);
+  ASSERT_TRUE(Add(PathOf(u"c.jpg"_s)));
+  reader->Photos().Load();
+  EXPECT_EQ(reader->Photos().Count(), 2);
+  // A log that a killed writer left stays as it is.
+  for (const QString& name : {u"Photos.mdb"_s, u"Photos.mdb-wal"_s})
+    ASSERT_TRUE(QFile::copy(PathOf(name), PathOf(u"Killed"_s + name.sliced(6))));
+  reader.reset();
+  catalogue.reset();
+  for (const auto& [name, left] :
+       {std::pair(u"Photos.mdb"_s, QStringList{u"Photos.mdb"_s}),
+        {u"Killed.mdb"_s, {u"Killed.mdb"_s, u"Killed.mdb-shm"_s, u"Killed.mdb-wal"_s}}}) {
+    file = PathOf(name);
+    const QByteArray before = Content(file) + Content(file + u"-wal"_s);
+    Reopen(CatalogueAccess::Reading);
+    EXPECT_TRUE(catalogue->Photos().IsCatalogued(from)) << name.toStdString();
+    EXPECT_EQ(catalogue->Photos().Count(), 2);
+    catalogue.reset();
+    EXPECT_EQ(Content(file) + Content(file + u"-wal"_s), before);
+    EXPECT_EQ(Left().filter(name), left);
+    Reopen();
+    EXPECT_TRUE(catalogue->Photos().IsCatalogued(to)) << name.toStdString();
+    catalogue.reset();
+  }
+}
+
+TEST_F(CatalogueFileTest, AFileWithoutPermissionIsUnreadableAndNotDamaged) {
+  catalogue.reset();
+  ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::Permissions(0x7555)));
+  ASSERT_TRUE(QFile::setPermissions(file, QFile::Permissions()));
+  const auto user = ::geteuid();
+  constexpr uid_t kNobody = 65534;  // only root would be let in
+  ASSERT_TRUE(user != 0 || ::seteuid(kNobody) == 0);
+  const OpenProblem problem = ProblemOf(file);
+  ASSERT_EQ(::seteuid(user), 0);
+  EXPECT_EQ(problem, OpenProblem::Unreadable);
+  EXPECT_EQ(reason, QString::fromUtf16(kReasonPermission));
+}
+
+TEST_F(CatalogueFileTest, MoreRowsThanTheIndexHoldsAreNoDamage) {
+  catalogue.reset();
+  {
+    SQLite::Database database(file.toStdString(), SQLite::OPEN_READWRITE);
+    std::string names, values;
+    SQLite::Statement columns(database,
+                              "SELECT name FROM pragma_table_info('texts') "
+                              "WHERE name NOT IN ('ID', 'Photo')");
+    while (columns.executeStep()) {
+      names += ", \"" + columns.getColumn(0).getString() + '"';
+      values += ", ''";
+    }
+    database.exec(
+        "WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM n LIMIT 32768) "
+        "INSERT INTO texts (Photo" +
+        names + ") SELECT '/none/' || x" + values + " FROM n");
+  }
+  try {
+    (void)ProblemOf(file);
+    ADD_FAILURE() << "opened";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Number(), error_number::kOverflow);
+  }
+}
+
 TEST_F(CatalogueFileTest, AFullDiskUndoesTheRowAndSaysSo) {
   if (::mount("tmpfs", folder.path().toLocal8Bit(), "tmpfs", 0, "size=1m") != 0)
     GTEST_SKIP() << "needs the right to mount";
@@ -177,8 +254,15 @@ TEST_F(CatalogueFileTest, AFullDiskUndoesTheRowAndSaysSo) {
   });
   catalogue.reset();
   ASSERT_TRUE(CreateCatalogueFile(file));
+  // Without room for the side files reading goes on.
+  const QString ballast = PathOf(u"ballast"_s);
+  test::Touch(ballast, QByteArray(1 << 20, 'x'));
+  EXPECT_EQ(ProblemOf(file), OpenProblem::Unreadable);
+  EXPECT_EQ(reason, u"The disk is full"_s);
+  for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(ProblemOf(file, CatalogueAccess::Reading), OpenProblem::None);
+  ASSERT_TRUE(QFile::remove(ballast));
   Reopen();
-  QString reason;
   for (int i = 0; i < 100 && reason.isEmpty(); ++i)
     reason = Add(u"/none/%1.jpg"_s.arg(i), {}, QByteArray(30001, 'x')).Reason();
   EXPECT_EQ(reason, u"The disk is full"_s);
@@ -305,7 +389,8 @@ TEST_F(CatalogueFileTest, CompactingKeepsTheRowsAndLosesTheGaps) {
 
 TEST_F(CatalogueFileTest, CreatingNeverReplacesAndListsOnlyCatalogues) {
   EXPECT_FALSE(CreateCatalogueFile(file));
-  EXPECT_FALSE(CreateCatalogueFile(PathOf(u"no folder/x.mdb"_s)));
+  EXPECT_EQ(CreateCatalogueFile(PathOf(u"no folder/x.mdb"_s)).Reason(),
+            QString::fromUtf16(kReasonMissing));
   ASSERT_TRUE(CreateCoreFile(PathOf(u"CORE.mdb"_s)));
   ASSERT_TRUE(CreateCatalogueFile(PathOf(u"#a 100%?.mdb"_s)));
   EXPECT_EQ(ProblemOf(PathOf(u"#a 100%?.mdb"_s)), OpenProblem::None);
@@ -313,9 +398,10 @@ TEST_F(CatalogueFileTest, CreatingNeverReplacesAndListsOnlyCatalogues) {
   test::Touch(PathOf(u"old.mdb.bak"_s));
   test::Touch(PathOf(u"old.mdb-journal"_s));
   test::Touch(PathOf(u"notes.txt"_s));
+  test::Touch(PathOf(u"core.mdb"_s));  // only the name as the program spells it is taken
   EXPECT_TRUE(Left().contains(u"Photos.mdb-wal"_s));
   EXPECT_EQ(ListCatalogues(folder.path()),
-            (QStringList{u"#a 100%?.mdb"_s, u"Photos.mdb"_s, u"old.mdb.bak"_s}));
+            (QStringList{u"#a 100%?.mdb"_s, u"core.mdb"_s, u"old.mdb.bak"_s, u"Photos.mdb"_s}));
 }
 
 TEST_F(CatalogueFileTest, TheSourcesOfTheProgramHaveTheirColumns) {
@@ -348,6 +434,23 @@ TEST_F(CatalogueFileTest, CoreKeepsSettingsAndEditors) {
   ASSERT_TRUE(core);
   EXPECT_EQ(core->ReadSettings(), changed);
   EXPECT_EQ(core->Editors(), editors);
+  core.reset();
+  // Whichever page breaks: no core database that fails later.
+  const QByteArray good = Content(path);
+  int refused = 0;
+  for (qsizetype page = 1; page < good.size() / 4096; ++page) {
+    QByteArray bad = good;
+    bad.replace(page * 4096, 4096, QByteArray(4096, '\xFE'));
+    test::Touch(path, bad);
+    if ((core = CoreDatabase::Open(path, problem))) {
+      EXPECT_NO_THROW((void)(core->ReadSettings(), core->Editors()));
+      core.reset();
+      continue;
+    }
+    EXPECT_EQ(problem, OpenProblem::Damaged);
+    ++refused;
+  }
+  EXPECT_GE(refused, 2);
 }
 
 }  // namespace

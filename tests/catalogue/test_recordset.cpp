@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <SQLiteCpp/SQLiteCpp.h>
+
 #include "catalogue/photo_recordset.h"
 #include "catalogue/thumbnail_chunks.h"
 #include "shell/error.h"
@@ -72,6 +74,31 @@ TEST_F(RecordsetTest, WritesABatchWithItsLastRowAtTheMoveToTheFirst) {
     ASSERT_TRUE(Photos().MoveTo(i));
     EXPECT_EQ(Photos().GetField(Column::Rating), QString::number(i));
   }
+}
+
+TEST_F(RecordsetTest, ALossThatLocatingCannotSayIsSaidByTheNextCommit) {
+  SQLite::Database(file.toStdString(), SQLite::OPEN_READWRITE)
+      .exec("DELETE FROM texts WHERE Photo = '/none/b.jpg'");
+  const std::pair<const char*, std::function<Outcome()>> calls[] = {
+      {"MoveFirst", [&] { return Photos().MoveFirst(); }},
+      {"BeginNewRow", [&] { return Photos().BeginNewRow(); }},
+      {"CommitRow", [&] { return Photos().CommitRow(); }},
+      {"DeleteCurrentRow", [&] { return Photos().DeleteCurrentRow(); }}};
+  for (const auto& [name, call] : calls) {
+    for (const QString& path : {u"/none/a.jpg"_s, u"/none/b.jpg"_s}) {
+      ASSERT_TRUE(Photos().LocateRow(path)) << name;
+      Photos().SetField(Column::Flag, u"Flagged"_s);
+    }
+    EXPECT_FALSE(Photos().LocateRow(u"/none/c.jpg"_s)) << name;
+    ASSERT_TRUE(Photos().LocateRow(u"/none/d.jpg"_s)) << name;  // a caller that takes no notice
+    Photos().SetField(Column::Flag, u"Flagged"_s);
+    EXPECT_EQ(call().Reason(), QString::fromUtf16(kReasonNotCatalogued)) << name;
+    EXPECT_TRUE(Photos().MoveFirst()) << name << ": said once";
+  }
+  Reopen();
+  for (const QString& path : {u"/none/a.jpg"_s, u"/none/d.jpg"_s})
+    EXPECT_EQ(FieldOf(path, Column::Flag), u"Unflagged"_s) << "all or nothing";
+  EXPECT_EQ(Photos().Count(), 4);
 }
 
 TEST_F(RecordsetTest, CancelTakesBackRowsAndPaths) {

@@ -7,6 +7,7 @@
 #include "shell/error.h"
 #include "shell/file_operation.h"
 #include "shell/files.h"
+#include "shell/platform.h"
 #include "tests/support/print_text.h"
 #include "tests/support/scratch.h"
 
@@ -121,6 +122,13 @@ TEST(Files, ReadsUpToALimit) {
   EXPECT_EQ(*ReadWholeFile(path, 3), QByteArray("a\0b", 3));
   EXPECT_FALSE(ReadWholeFile(path, 2));  // never a part that looks like the whole
   EXPECT_EQ(*ReadWholeFile(scratch.Write("empty", {})), QByteArray());
+  QFile sparse(scratch.Write("big.jpg", {}));
+  ASSERT_TRUE(sparse.resize(qint64{2} << 30));
+  EXPECT_EQ(ReadWholeFile(sparse.fileName()).Reason(), u"File is too large"_s);
+#ifndef __SANITIZE_ADDRESS__  // which ends the process over such a size
+  if (!sparse.resize(qint64{1} << 43)) GTEST_SKIP() << "no file system for files beyond any memory";
+  EXPECT_EQ(ReadWholeFile(sparse.fileName(), qint64{1} << 44).Reason(), ReasonForErrno(ENOMEM));
+#endif
 }
 
 TEST(Files, WritesWholeFilesUnderAnyName) {
@@ -206,6 +214,16 @@ TEST(Files, MoveNeverReplaces) {
     EXPECT_EQ(Scratch::Read(to), "new");
     EXPECT_FALSE(FileExists(from));
     EXPECT_EQ(MoveFile(from, scratch.Path("x")).Reason(), kMissing);
+    // A link goes by itself and never replaces either.
+    const QString moved = to + u" link"_s;
+    Link(to, from);
+    Link(u"none"_s, moved);
+    EXPECT_FALSE(MoveFile(from, moved));
+    ASSERT_TRUE(DeleteFile(moved));
+    ASSERT_TRUE(MoveFile(from, moved));
+    EXPECT_EQ(QFileInfo(moved).symLinkTarget(), to);
+    EXPECT_FALSE(QFileInfo(from).isSymLink());
+    ASSERT_TRUE(DeleteFile(moved));
   }
   EXPECT_EQ(scratch.Names(), QStringList{u"to"_s});
 }
@@ -264,6 +282,39 @@ TEST(FileOperation, RunsAListIntoAFolder) {
   EXPECT_EQ(Scratch::Read(scratch.Path("into/a")), "a");
   EXPECT_TRUE(FileExists(scratch.Path("b")));
   EXPECT_THROW((void)shell.Run(CSHFileOp::Operation::Move), Error);  // the list is used up
+}
+
+TEST(FileOperation, RenamesOnCollision) {
+  const Scratch scratch;
+  for (const char* name : {"a.tar.gz", "into/A.TAR.GZ", "into/a.tar (2).gz", "v1.0/x", "into/v1.0"})
+    scratch.Write(name, name);
+  CSHFileOp shell;
+  shell.RenameOnCollision = true;
+  for (const char* name : {"a.tar.gz", "v1.0"})
+    shell.AddSource(scratch.Path(name));
+  shell.SetDestination(scratch.Path("into"));
+  ASSERT_TRUE(shell.Run(CSHFileOp::Operation::Copy));
+  EXPECT_EQ(Scratch::Read(scratch.Path("into/A.TAR.GZ")), "into/A.TAR.GZ");
+  EXPECT_EQ(Scratch::Read(scratch.Path("into/a.tar (3).gz")), "a.tar.gz");
+  EXPECT_EQ(Scratch::Read(scratch.Path("into/v1.0 (2)/x")), "v1.0/x");
+  shell.AddSource(scratch.Path("a.tar.gz"));
+  shell.SetDestination(scratch.Path("into/new.gz"));
+  ASSERT_TRUE(shell.Run(CSHFileOp::Operation::Move));
+  EXPECT_EQ(Scratch::Read(scratch.Path("into/new.gz")), "a.tar.gz");
+}
+
+TEST(FileLock, HoldsOneFileAndLeaksNoDescriptor) {
+  const Scratch scratch;
+  const auto descriptors = [] { return QDir(u"/proc/self/fd"_s).count(); };
+  platform::FileLock lock, other;
+  ASSERT_EQ(lock.Take(scratch.Path("a")), 0);
+  const auto before = descriptors();
+  EXPECT_EQ(lock.Take(scratch.Path("a")), EWOULDBLOCK);
+  EXPECT_EQ(other.Take(scratch.Path("a")), EWOULDBLOCK) << "the first lock is still held";
+  EXPECT_EQ(lock.Take(scratch.Path("no/folder")), ENOENT);
+  EXPECT_EQ(lock.Take(scratch.Path("b")), 0);
+  EXPECT_EQ(descriptors(), before);
+  EXPECT_EQ(other.Take(scratch.Path("a")), 0);
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/commands/console.h"
 
-#include <unistd.h>
-
 #include <QJsonObject>
 #include <cstdio>
+
+#include "shell/platform.h"
 
 namespace zqm {
 namespace {
@@ -14,7 +14,7 @@ void Put(std::FILE* stream, const QByteArray& bytes) {
 }
 
 bool ProgressIsSeen() {
-  static const bool terminal = isatty(fileno(stderr)) != 0;
+  static const bool terminal = platform::StandardErrorIsTerminal();
   return terminal;
 }
 

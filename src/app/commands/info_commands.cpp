@@ -12,8 +12,6 @@ using namespace Qt::StringLiterals;
 namespace zqm {
 namespace {
 
-constexpr char16_t kReasonNotCatalogued[] = u"File is not in the database";
-
 using ColumnTexts = std::vector<std::pair<Column, QString>>;
 
 /// Prints one photo after the other: a block of lines each, or the objects of one JSON array.
