@@ -50,7 +50,8 @@ struct LoadOptions {
   /// decodes as small as it can, never smaller than the fit of the picture into the box, 8 bits a
   /// sample.
   QSize box;
-  /// Whether an embedded profile is applied: the result is then sRGB.
+  /// Whether the embedded profile of a JPEG or TIFF file is applied: the result is then sRGB. Other
+  /// formats pass it over.
   bool colourManagement = false;
   RawOptions raw;
   /// The file's extension without ".", lower case. Only camera RAW asks for it.

@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::uint64_t kHeaderBytes = 26;
 constexpr std::uint16_t kResolutionResource = 0x03ED;
-constexpr std::uint16_t kProfileResource = 0x040F;
 constexpr std::uint16_t kColourCountResource = 0x0416;
 constexpr std::size_t kPaletteColours = 256;
 
@@ -243,11 +242,11 @@ class LabConverter {
 /// Planes to rows of pixels.
 class RowMaker {
  public:
-  RowMaker(const Header& header, ByteView profile)
+  explicit RowMaker(const Header& header)
       : header_(header),
         width_(static_cast<std::size_t>(header.width)),
         samples_(width_ * 4 * (Deep() ? 2 : 1)) {
-    if (header.mode == Mode::Cmyk) cmyk_.emplace(profile), inks_.resize(width_ * 4);
+    if (header.mode == Mode::Cmyk) cmyk_.emplace(), inks_.resize(width_ * 4);
     if (header.mode == Mode::Lab) lab_ = std::make_unique<const LabConverter>();
     if (header.mode != Mode::Indexed) return;
     const ByteReader in(header.colours, true);
@@ -368,19 +367,14 @@ Result<QImage> Load(ByteView file, const LoadOptions& options) {
   const bool tooLarge = header->width > kMostSide || height > kMostSide;
   if (tooLarge) return Failure{QStringLiteral("The picture is too large")};
 
-  const ByteView profile =
-      options.colourManagement ? FindResource(header->resources, kProfileResource) : ByteView();
-  RowMaker maker(*header, profile);
+  RowMaker maker(*header);
   auto sink = RowSink::Create(static_cast<int>(header->width), height, maker.Format(), options.box);
   if (!sink) return Failure{sink.Reason()};
   PlaneRows planes(file, *header, header->Planes() + (header->HasAlpha() ? 1 : 0));
   for (int y = 0; y < height; ++y) {
     if (planes.Next()) sink->PutRow(y, maker.Make(planes));
   }
-  auto picture = TakePicture(*sink);
-  const bool hasOwnColours = header->mode == Mode::Cmyk || header->mode == Mode::Lab;
-  if (!picture || profile.empty() || hasOwnColours) return picture;
-  return ToSrgb(std::move(*picture), profile);
+  return TakePicture(*sink);
 }
 
 constexpr const char* kExtensions[] = {"psd"};

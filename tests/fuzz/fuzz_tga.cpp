@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "fuzz_codec.h"
+#include "imaging/codecs/codecs.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
+  zqm::test::FuzzCodec(zqm::kTgaCodec, {data, size});
+  return 0;
+}
