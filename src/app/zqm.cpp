@@ -125,7 +125,7 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   catalogues->callback(
       [&a, &chosen] { chosen = [&a] { return RunCatalogues(a.Global(), a.MakeConsole()); }; });
 
-  auto* demo = app.add_subcommand("demo", "Draw a set of sample photos with metadata");
+  auto* demo = app.add_subcommand("demo", "Draw sample photos with metadata; replaces nothing");
   demo->add_option("DIR", a.out, "The folder for the photos; made if it is missing")->required();
   demo->callback(
       [&a, &chosen] { chosen = [&a] { return RunDemo(ToText(a.out), a.MakeConsole()); }; });

@@ -182,8 +182,7 @@ QImage Canvas::Develop(const Grade& grade, std::uint32_t seed) const {
       Rgb c = Mix(At(x, y), bloom.Sample(x, y), grade.bloom) *
               (grade.exposure * (1 - grade.vignette * off * (0.4F + 0.6F * off)));
       const float light = Luminance(c);
-      if (grade.contrast != 1 && light > 1e-6F)
-        c = c * std::pow(light / 0.18F, grade.contrast - 1);
+      if (grade.contrast != 1 && light > 1e-6F) c = c * std::pow(light / 0.18F, grade.contrast - 1);
       c = c * Mix(grade.shadows, grade.highlights, Smooth(0, 0.6F, light));
       const float grey = Luminance(c);
       c = Mix({grey, grey, grey}, c, grade.saturation);

@@ -35,7 +35,7 @@ constexpr float Luminance(Rgb c) {
 /// How the finished light becomes a picture.
 struct Grade {
   float exposure = 1;
-  float contrast = 1;      ///< power about middle grey
+  float contrast = 1;  ///< power about middle grey
   float saturation = 1;
   float vignette = 0.25F;  ///< share of light lost in the corners
   float grain = 0.012F;    ///< standard deviation in the mid tones, of full scale

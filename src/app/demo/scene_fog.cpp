@@ -79,20 +79,24 @@ QImage DrawFogLake(const QSize& size) {
   for (int i = 0; i < 4; ++i) {
     const auto near = static_cast<float>(i) / 3;
     const auto seed = static_cast<std::uint32_t>(60 + i);
-    woods.push_back(SpruceLine(aspect, canvas.Width() * 2, {
-        .tall = Lerp(0.035F, 0.10F, near), .spacing = Lerp(0.006F, 0.013F, near), .seed = seed,
-        .base = [=](float u) {
-          const float bay = Smooth(-0.15F, 0.75F, (i % 2 ? u : -u) + 0.35F * (1.3F - near));
-          return kShore + 0.025F - bay * Lerp(0.12F, 0.10F, near) -
-                 0.02F * Fbm(u * 2 + near * 7, 3, 3, seed + 20);
-        }}));
+    woods.push_back(SpruceLine(aspect, canvas.Width() * 2,
+                               {.tall = Lerp(0.035F, 0.10F, near),
+                                .spacing = Lerp(0.006F, 0.013F, near),
+                                .seed = seed,
+                                .base = [=](float u) {
+                                  const float bay = Smooth(
+                                      -0.15F, 0.75F, (i % 2 ? u : -u) + 0.35F * (1.3F - near));
+                                  return kShore + 0.025F - bay * Lerp(0.12F, 0.10F, near) -
+                                         0.02F * Fbm(u * 2 + near * 7, 3, 3, seed + 20);
+                                }}));
   }
   canvas.Shade([&](float u, float v) {
     const float du = u - sunU;
     const float dv = v - sunV;
     const float off = std::sqrt(du * du + dv * dv);
     const float bank = Fbm(u * 1.6F, v * 7, 5, 31);
-    Rgb fog = Mix({0.40F, 0.47F, 0.54F}, {0.78F, 0.70F, 0.60F}, Smooth(0.0F, kShore, v + 0.05F * bank));
+    Rgb fog =
+        Mix({0.40F, 0.47F, 0.54F}, {0.78F, 0.70F, 0.60F}, Smooth(0.0F, kShore, v + 0.05F * bank));
     fog = fog + Rgb{0.95F, 0.62F, 0.32F} * std::exp(-off * 4.2F);
     Rgb light = fog + Rgb{2.6F, 2.0F, 1.4F} * Smooth(0.0345F, 0.0315F, off);
     for (std::size_t i = 0; i < woods.size(); ++i) {
@@ -102,20 +106,31 @@ QImage DrawFogLake(const QSize& size) {
       const auto near = static_cast<float>(i) / 3;
       const Rgb wood = Rgb{0.030F, 0.042F, 0.044F} *
                        (1 + 0.7F * Noise(u * 260, v * 130, 12 + static_cast<std::uint32_t>(i)));
-      const float air = Lerp(0.86F, 0.22F, near);
-      const float rising = Smooth(-0.02F, 0.13F, v - ridge + 0.05F * bank) * Lerp(0.95F, 0.80F, near);
+      const float air = Lerp(0.82F, 0.12F, near);
+      const float rising = Smooth(-0.13F, 0.02F, v - kShore + 0.05F * bank + 0.04F * near) *
+                           Lerp(0.92F, 0.70F, near);
       light = Mix(light, Mix(wood, fog, Saturate(air + (1 - air) * rising)), inside);
     }
     const float veil = std::exp(-std::abs(v - kShore) * 26) * (0.80F + 0.35F * bank);
     return Mix(light, fog, Saturate(veil));
   });
-  DrawWater(canvas, {.shore = kShore, .roughness = 0.020F, .scale = 2.4F, .smear = 0.02F, .rays = 3,
-                     .deep = {0.055F, 0.075F, 0.085F}, .nearShine = 0.62F, .farShine = 0.97F,
+  DrawWater(canvas, {.shore = kShore,
+                     .roughness = 0.020F,
+                     .scale = 2.4F,
+                     .smear = 0.02F,
+                     .rays = 3,
+                     .deep = {0.055F, 0.075F, 0.085F},
+                     .nearShine = 0.62F,
+                     .farShine = 0.97F,
                      .seed = 77});
   DrawForeground(canvas);
   canvas.Soften();
-  return canvas.Develop({.exposure = 1.12F, .contrast = 1.06F, .saturation = 0.95F,
-                         .vignette = 0.28F, .grain = 0.010F, .bloom = 0.12F,
+  return canvas.Develop({.exposure = 1.12F,
+                         .contrast = 1.06F,
+                         .saturation = 0.95F,
+                         .vignette = 0.28F,
+                         .grain = 0.010F,
+                         .bloom = 0.12F,
                          .shadows = {0.95F, 1.0F, 1.06F}},
                         5);
 }

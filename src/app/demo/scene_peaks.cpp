@@ -21,10 +21,16 @@ float PeakHeight(float x, float z) {
 QImage DrawWinterPeaks(const QSize& size) {
   Canvas canvas(size);
   const Direction sun = Unit({-0.80F, 0.36F, -0.25F});
-  const float horizon = 0.74F;
-  const ClearSky sky{{0.045F, 0.13F, 0.36F}, {0.13F, 0.28F, 0.58F}, {0.52F, 0.66F, 0.82F}, horizon,
-                     0.75F,                  -1.2F,                 0.3F,
-                     {0.35F, 0.30F, 0.22F},  0.8F};
+  const float horizon = 0.70F;
+  const ClearSky sky{{0.045F, 0.13F, 0.36F},
+                     {0.13F, 0.28F, 0.58F},
+                     {0.52F, 0.66F, 0.82F},
+                     horizon,
+                     0.75F,
+                     -1.2F,
+                     0.3F,
+                     {0.35F, 0.30F, 0.22F},
+                     0.8F};
   const CloudDeck cirrus{0.72F, 0.16F, 0.95F, 0.06F, 0.75F, 7, 5, -0.10F, 0.02F};
   canvas.Shade([&](float u, float v) {
     const CloudDeck::Cloud cloud = cirrus.At(u + 0.5F * v, v);
@@ -32,7 +38,7 @@ QImage DrawWinterPeaks(const QSize& size) {
   });
   Terrain terrain(1800, -11, 0, 22, PeakHeight);
   terrain.CastShadows(sun, 0.02F);
-  const View view{{0, 0.62F, 0.2F}, horizon, 1.75F, 0.35F, 19, 0.0022F};
+  const View view{{0, 0.62F, 0.2F}, horizon, 2.25F, 0.35F, 19, 0.0030F};
   const float shadowSky = 0.34F;
   DrawTerrain(canvas, terrain, view, [&](const GroundPoint& p) {
     const float fine = Fbm(p.at.x * 14, p.at.z * 14, 5, 12);
@@ -49,17 +55,23 @@ QImage DrawWinterPeaks(const QSize& size) {
     const float wood = Smooth(line, line - 0.10F, p.at.y) *
                        Smooth(-0.20F, 0.10F, Fbm(p.at.x * 2.2F, p.at.z * 2.2F, 5, 44) + 0.1F);
     const float crowns = Fbm(p.at.x * 150, p.at.z * 150, 3, 55);
-    ground = Mix(ground, Mix({0.020F, 0.032F, 0.028F}, {0.45F, 0.48F, 0.52F}, Smooth(0.15F, 0.9F, crowns)),
+    ground = Mix(ground,
+                 Mix({0.020F, 0.032F, 0.028F}, {0.45F, 0.48F, 0.52F}, Smooth(0.15F, 0.9F, crowns)),
                  wood);
     const Rgb light = Rgb{1.55F, 1.30F, 1.02F} * sunlit +
                       Rgb{0.40F, 0.60F, 1.0F} * (shadowSky * (0.6F + 0.4F * normal.y));
     const Rgb air{0.36F, 0.50F, 0.74F};
-    const float haze = 1 - std::exp(-p.distance * 0.028F - 0.10F * Smooth(0.9F, 0.1F, p.at.y) * p.distance * 0.6F);
+    const float haze =
+        1 - std::exp(-p.distance * 0.028F - 0.10F * Smooth(0.9F, 0.1F, p.at.y) * p.distance * 0.6F);
     return Mix(ground * light, air, haze);
   });
   canvas.Soften();
-  return canvas.Develop({.exposure = 1.0F, .contrast = 1.10F, .saturation = 1.05F, .vignette = 0.22F,
-                         .grain = 0.007F, .bloom = 0.04F},
+  return canvas.Develop({.exposure = 1.0F,
+                         .contrast = 1.10F,
+                         .saturation = 1.05F,
+                         .vignette = 0.22F,
+                         .grain = 0.007F,
+                         .bloom = 0.04F},
                         2);
 }
 

@@ -24,23 +24,23 @@ QImage DrawStormLake(const QSize& size) {
   canvas.Shade([&](float u, float v) {
     if (v > shore) return Rgb{};
     const float gap = std::exp(-std::pow((u - 0.32F) * 1.9F, 2.0F)) * Smooth(0.28F, 0.60F, v);
-    Rgb light = Mix({0.30F, 0.34F, 0.38F}, {1.55F, 1.22F, 0.80F}, gap);
+    Rgb light = Mix({0.30F, 0.34F, 0.38F}, {2.1F, 1.50F, 0.78F}, gap);
     const CloudDeck::Cloud cloud = deck.At(u, v);
     const float lift = 0.5F + 0.9F * Smooth(0.0F, 0.55F, v);
     const Rgb dark = Rgb{0.055F, 0.068F, 0.085F} * lift;
-    const Rgb pale = Mix({0.30F, 0.34F, 0.38F}, {1.15F, 0.90F, 0.62F}, gap) * lift;
+    const Rgb pale = Mix({0.30F, 0.34F, 0.38F}, {1.35F, 0.92F, 0.50F}, gap) * lift;
     light = Mix(light, Mix(dark, pale, std::pow(cloud.light, 0.8F)),
                 cloud.density * (1 - 0.75F * gap * Smooth(0.45F, 0.62F, v)));
     const CloudDeck::Cloud shred = shreds.At(u, v);
     light = Mix(light, Mix(dark, pale, 0.25F * shred.light), 0.7F * shred.density * (1 - gap));
     // Rain hangs from the base in slanted curtains.
     const float slant = u + 0.28F * (v - 0.3F);
-    const float curtain = Smooth(-0.05F, 0.5F, Fbm(slant * 2.6F, 1.5F, 3, 55)) *
+    const float curtain = Smooth(-0.12F, 0.35F, Fbm(slant * 2.6F, 1.5F, 3, 55)) *
                           (0.75F + 0.5F * Fbm(slant * 38, v * 1.2F, 3, 57)) *
                           Smooth(0.25F, 0.44F, v + 0.06F * Fbm(u * 6, 0, 3, 58));
     const auto behindRain = [&](Rgb scene, float share) {
       return Mix(scene, Mix({0.20F, 0.225F, 0.25F}, {0.95F, 0.76F, 0.52F}, gap * 0.6F),
-                 Saturate(curtain * share));
+                 Saturate(curtain * share * 1.35F));
     };
     if (v > far(u)) light = Mix({0.10F, 0.13F, 0.16F}, {0.55F, 0.46F, 0.35F}, 0.8F * gap);
     light = behindRain(light, 0.85F);
@@ -51,8 +51,14 @@ QImage DrawStormLake(const QSize& size) {
     if (v > wood(u)) light = Rgb{0.014F, 0.020F, 0.018F} * (1 + 0.6F * Noise(u * 240, v * 300, 5));
     return light;
   });
-  DrawWater(canvas, {.shore = shore, .roughness = 0.16F, .scale = 1.5F, .smear = 0.16F, .rays = 5,
-                     .deep = {0.018F, 0.042F, 0.045F}, .nearShine = 0.34F, .farShine = 0.72F,
+  DrawWater(canvas, {.shore = shore,
+                     .roughness = 0.16F,
+                     .scale = 1.5F,
+                     .smear = 0.16F,
+                     .rays = 5,
+                     .deep = {0.016F, 0.070F, 0.075F},
+                     .nearShine = 0.34F,
+                     .farShine = 0.72F,
                      .seed = 9});
   for (int y = 0; y < canvas.Height(); ++y) {
     const float v = canvas.V(static_cast<float>(y));
@@ -68,8 +74,12 @@ QImage DrawStormLake(const QSize& size) {
     }
   }
   canvas.Soften();
-  return canvas.Develop({.exposure = 1.15F, .contrast = 1.08F, .saturation = 0.92F,
-                         .vignette = 0.35F, .grain = 0.012F, .bloom = 0.07F},
+  return canvas.Develop({.exposure = 1.15F,
+                         .contrast = 1.18F,
+                         .saturation = 1.22F,
+                         .vignette = 0.35F,
+                         .grain = 0.012F,
+                         .bloom = 0.07F},
                         4);
 }
 

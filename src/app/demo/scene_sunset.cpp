@@ -22,7 +22,7 @@ std::vector<Layer> Hills(const Canvas& canvas) {
     const auto near = static_cast<float>(i) / (kLayers - 1);
     const float base = kHorizon - 0.015F + 0.33F * std::pow(near, 1.5F);
     const auto seed = static_cast<std::uint32_t>(40 + 11 * i);
-    const float frequency = Lerp(2.6F, 1.1F, near);
+    const float frequency = Lerp(3.4F, 1.0F, near);
     const float trees = 0.0012F + 0.016F * near * near;
     Skyline ridge(canvas.Aspect(), canvas.Width() * 2, [&](float u) {
       const float hill = Fbm(u * frequency + 3.7F, near * 9, 5, seed, 0.42F);
@@ -45,11 +45,17 @@ QImage DrawSunsetHills(const QSize& size) {
   Canvas canvas(size);
   const float sunU = 0.24F;
   const float sunV = 0.535F;
-  const ClearSky sky{{0.075F, 0.13F, 0.30F}, {0.42F, 0.33F, 0.36F}, {1.15F, 0.55F, 0.22F},
-                     kHorizon,               0.62F,                 sunU,
-                     sunV,                   {1.5F, 0.72F, 0.25F},  0.30F};
-  const CloudDeck high{0.66F, 0.20F, 0.75F, -0.02F, 0.62F, 7, 11, 0.03F, 0.12F};
-  const CloudDeck low{0.64F, 0.10F, 0.55F, 0.12F, 0.35F, 7, 23, 0.02F, 0.16F};
+  const ClearSky sky{{0.075F, 0.13F, 0.30F},
+                     {0.42F, 0.33F, 0.36F},
+                     {1.15F, 0.55F, 0.22F},
+                     kHorizon,
+                     0.62F,
+                     sunU,
+                     sunV,
+                     {1.5F, 0.72F, 0.25F},
+                     0.30F};
+  const CloudDeck high{0.66F, 0.20F, 0.75F, -0.16F, 0.62F, 7, 11, 0.03F, 0.12F};
+  const CloudDeck low{0.64F, 0.10F, 0.55F, -0.02F, 0.42F, 7, 23, 0.02F, 0.16F};
   const auto above = [&](float u, float v) {
     Rgb light = sky(u, v);
     const float du = u - sunU;
@@ -77,8 +83,8 @@ QImage DrawSunsetHills(const QSize& size) {
     const Rgb mist = Mix({0.40F, 0.26F, 0.25F}, {1.25F, 0.60F, 0.25F}, std::exp(-off * 2.4F));
     const float near = static_cast<float>(front - 1) / (kLayers - 1);
     const float texture =
-        1 + Lerp(0.1F, 0.7F, near) *
-                Fbm(u * Lerp(60, 26, near), v * Lerp(160, 70, near), 5, 300 + static_cast<std::uint32_t>(front));
+        1 + Lerp(0.1F, 0.7F, near) * Fbm(u * Lerp(60, 26, near), v * Lerp(160, 70, near), 5,
+                                         300 + static_cast<std::uint32_t>(front));
     const Rgb ground = layer.colour * texture + mist * (0.02F * (1 - near));
     const float fog = layer.mist * Smooth(0, Lerp(0.06F, 0.22F, near), depth) *
                       (0.75F + 0.35F * Fbm(u * 3, v * 9, 4, 77));
@@ -86,8 +92,12 @@ QImage DrawSunsetHills(const QSize& size) {
     return Mix(Mix(ground, mist * 0.8F, Saturate(fog * (1 - 0.75F * near))), mist, air);
   });
   canvas.Soften();
-  return canvas.Develop({.exposure = 1.05F, .contrast = 1.05F, .vignette = 0.35F, .grain = 0.010F,
-                         .bloom = 0.10F, .shadows = {0.95F, 0.97F, 1.08F}},
+  return canvas.Develop({.exposure = 1.05F,
+                         .contrast = 1.05F,
+                         .vignette = 0.35F,
+                         .grain = 0.010F,
+                         .bloom = 0.10F,
+                         .shadows = {0.95F, 0.97F, 1.08F}},
                         1);
 }
 

@@ -9,10 +9,10 @@ namespace zqm::demo {
 /// Clear air: a gradient from the horizon up, brighter and warmer about the sun.
 struct ClearSky {
   Rgb zenith, middle, horizon;
-  float horizonV = 0.7F;          ///< where the gradient starts
-  float height = 0.7F;            ///< how far up it reaches
+  float horizonV = 0.7F;  ///< where the gradient starts
+  float height = 0.7F;    ///< how far up it reaches
   float sunU = 0, sunV = 0.5F;
-  Rgb glow;                       ///< added about the sun
+  Rgb glow;  ///< added about the sun
   float glowSize = 0.3F;
 
   Rgb operator()(float u, float v) const {
@@ -30,8 +30,8 @@ struct ClearSky {
 /// visible horizon, so that it never gets infinitely fine.
 struct CloudDeck {
   float horizonV = 0.7F;
-  float scaleU = 1, scaleV = 1;   ///< features a unit of the deck, across and away
-  float cover = 0.1F;             ///< the noise level where cloud begins: lower is more cloud
+  float scaleU = 1, scaleV = 1;  ///< features a unit of the deck, across and away
+  float cover = 0.1F;            ///< the noise level where cloud begins: lower is more cloud
   float softness = 0.5F;
   int octaves = 7;
   std::uint32_t seed = 1;
@@ -72,7 +72,8 @@ class Skyline {
       heights_.push_back(height(left_ + static_cast<float>(i) / scale_));
   }
   float operator()(float u) const {
-    const float at = std::clamp((u - left_) * scale_, 0.0F, static_cast<float>(heights_.size()) - 1.001F);
+    const float at =
+        std::clamp((u - left_) * scale_, 0.0F, static_cast<float>(heights_.size()) - 1.001F);
     const auto index = static_cast<std::size_t>(at);
     return Lerp(heights_[index], heights_[index + 1], at - static_cast<float>(index));
   }

@@ -53,10 +53,10 @@ void Terrain::CastShadows(Direction sun, float softness) {
       const float from =
           std::clamp(static_cast<float>(across) + side, 0.0F, static_cast<float>(cells_) - 1.01F);
       const int left = static_cast<int>(from);
-      const float above = Lerp(ceiling[index(line + towards, left)],
-                               ceiling[index(line + towards, left + 1)],
-                               from - static_cast<float>(left)) -
-                          drop;
+      const float above =
+          Lerp(ceiling[index(line + towards, left)], ceiling[index(line + towards, left + 1)],
+               from - static_cast<float>(left)) -
+          drop;
       const std::size_t here = index(line, across);
       ceiling[here] = std::max(heights_[here], above);
       sunlight_[here] = 1 - Smooth(0, softness, above - heights_[here]);
@@ -72,20 +72,18 @@ void DrawTerrain(Canvas& canvas, const Terrain& terrain, const View& view,
   };
   for (int x = 0; x < canvas.Width(); ++x) {
     const float slope = canvas.U(static_cast<float>(x)) / view.focal;
+    const auto heightAt = [&](float distance) {
+      return terrain.Height(view.eye.x + slope * distance, view.eye.z + distance);
+    };
     float distance = view.farthest;
-    float top = row(terrain.Height(view.eye.x + slope * distance, view.eye.z + distance), distance);
-    while (distance > view.nearest) {
-      const float farther = distance;
-      distance /= 1 + view.stepRatio;
-      const Vec3 at{view.eye.x + slope * distance, 0, view.eye.z + distance};
-      const float height = terrain.Height(at.x, at.z);
-      const float bottom = row(height, distance);
+    float top = row(heightAt(distance), distance);
+    const auto advance = [&](float to) {
+      const Vec3 at{view.eye.x + slope * to, heightAt(to), view.eye.z + to};
+      const float bottom = row(at.y, to);
       const float upper = std::exchange(top, bottom);
-      if (bottom <= upper || upper > static_cast<float>(lastRow) || bottom < 0) continue;
-      const Rgb colour = material({{at.x, height, at.z},
-                                   terrain.Normal(at.x, at.z),
-                                   0.5F * (distance + farther),
-                                   terrain.Sunlight(at.x, at.z)});
+      if (bottom <= upper || upper > static_cast<float>(lastRow) || bottom < 0) return;
+      const Rgb colour =
+          material({at, terrain.Normal(at.x, at.z), to, terrain.Sunlight(at.x, at.z)});
       const int first = Floor(upper);
       if (first >= 0) {
         Rgb& edge = canvas.At(x, first);
@@ -94,6 +92,15 @@ void DrawTerrain(Canvas& canvas, const Terrain& terrain, const View& view,
       const int last = std::min(Floor(bottom) + 1, lastRow);
       for (int y = std::max(first + 1, 0); y <= last; ++y)
         canvas.At(x, y) = colour;
+    };
+    while (distance > view.nearest) {
+      const float farther = std::exchange(distance, distance / (1 + view.stepRatio));
+      // A slope that faces the camera rises over many rows in one step: it is walked in smaller
+      // ones, or its detail would come in blocks.
+      const float rise = row(heightAt(distance), distance) - top;
+      const int parts = std::clamp(Floor(rise * 0.8F), 1, 32);
+      for (int part = 1; part <= parts; ++part)
+        advance(Lerp(farther, distance, static_cast<float>(part) / static_cast<float>(parts)));
     }
   }
 }

@@ -22,21 +22,18 @@ void DrawWater(Canvas& canvas, const Water& water) {
       const float reach = 0.12F + 1.4F * depth;
       Rgb mirrored;
       for (int ray = 0; ray < water.rays; ++ray) {
-        const float jitter =
-            (static_cast<float>(ray) + Cell(x, y * 8 + ray, water.seed + 20)) /
-                static_cast<float>(water.rays) -
-            0.5F;
+        const float jitter = (static_cast<float>(ray) + Cell(x, y * 8 + ray, water.seed + 20)) /
+                                 static_cast<float>(water.rays) -
+                             0.5F;
         const float up = std::min(2 * water.shore - v + water.roughness * reach * tilt * 2 +
                                       water.smear * (0.3F + depth) * jitter * 2,
                                   water.shore - canvas.Pixel());
         const float aside = u + water.roughness * reach * 0.35F * (ripple - 0.5F * swell);
         mirrored = mirrored + canvas.Sample(aside, std::max(up, 0.0F));
       }
-      const float shine =
-          Saturate(Lerp(water.farShine, water.nearShine, Smooth(0, 1 - water.shore, depth)) -
-                   0.35F * tilt);
-      canvas.At(x, y) =
-          Mix(water.deep, mirrored * (1 / static_cast<float>(water.rays)), shine);
+      const float shine = Saturate(
+          Lerp(water.farShine, water.nearShine, Smooth(0, 1 - water.shore, depth)) - 0.35F * tilt);
+      canvas.At(x, y) = Mix(water.deep, mirrored * (1 / static_cast<float>(water.rays)), shine);
     }
   }
 }

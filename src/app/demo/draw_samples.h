@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/commands/console.h"
+#include "app/demo/samples.h"
+
+namespace zqm::demo {
+
+/// Draws the samples on a pool and writes each as a JPEG into the folder, which is made where it
+/// is missing. Files of the samples' own names are replaced, no others touched. Tells the paths
+/// and the failures; gives the exit code.
+int DrawSamples(const std::vector<Sample>& samples, const QString& folder, const Console& console);
+
+}  // namespace zqm::demo
