@@ -126,7 +126,9 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
       [&a, &chosen] { chosen = [&a] { return RunCatalogues(a.Global(), a.MakeConsole()); }; });
 
   auto* demo = app.add_subcommand("demo", "Draw sample photos with metadata; replaces nothing");
-  demo->add_option("DIR", a.out, "The folder for the photos; made if it is missing")->required();
+  demo->add_option("DIR", a.out, "The folder for the photos; made if it is missing")
+      ->required()
+      ->check(kNotEmpty);
   demo->callback(
       [&a, &chosen] { chosen = [&a] { return RunDemo(ToText(a.out), a.MakeConsole()); }; });
 }

@@ -178,10 +178,15 @@ void Upgrade(SQLite::Database& database, Database::Kind kind) {
   database.exec("COMMIT");
 }
 
-// Whether the tables, and views that might hide anything, are word for word those of a new file.
+// Whether the tables, and views that might hide anything, are word for word those of a new file of
+// the same version.
 bool TablesAreOurs(SQLite::Database& database, Database::Kind kind) {
+  const auto steps = SchemaSteps(kind);
+  const auto version = static_cast<size_t>(VersionOf(database));
+  if (version == 0 || version > steps.size()) return false;
   SQLite::Database model(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-  Upgrade(model, kind);
+  for (const auto& step : steps.first(version))
+    model.exec(step());
   return TablesOf(database) == TablesOf(model);
 }
 
@@ -311,14 +316,13 @@ std::unique_ptr<Database> Database::Open(const QString& path, Kind kind, Catalog
   const Inspection found = Inspect(path, kind);
   fault = found.fault;
   if (fault.problem != OpenProblem::None) return nullptr;
-  const auto newest = static_cast<int>(SchemaSteps(kind).size());
   const auto openAs = [&](Mode mode) -> std::unique_ptr<Database> {
     fault = {OpenProblem::Damaged, {}};
     try {
       auto connection = std::make_unique<Connection>(path, mode, found.pendingLog);
-      const int version = VersionOf(connection->handle);
-      if (version < newest && mode == Mode::Write) Upgrade(connection->handle, kind);
-      if (version > newest || !TablesAreOurs(connection->handle, kind)) return nullptr;
+      if (!TablesAreOurs(connection->handle, kind)) return nullptr;
+      const bool old = VersionOf(connection->handle) < static_cast<int>(SchemaSteps(kind).size());
+      if (old && mode == Mode::Write) Upgrade(connection->handle, kind);
       fault = {};
       return std::unique_ptr<Database>(new Database(std::move(connection)));
     } catch (const SQLite::Exception& raised) {
@@ -328,7 +332,9 @@ std::unique_ptr<Database> Database::Open(const QString& path, Kind kind, Catalog
   };
   const Mode modest = found.pendingLog ? Mode::Permitted : Mode::Unchanging;
   if (!MayWrite(path)) return openAs(modest);
-  if (access == CatalogueAccess::ReadWrite) return openAs(Mode::Write);
+  // Opening for writing already changes a file, so whose it is must be known before.
+  if (access == CatalogueAccess::ReadWrite)
+    return openAs(Mode::Read) == nullptr ? nullptr : openAs(Mode::Write);
   auto opened = openAs(Mode::Read);
   // A full disk has no room for side files; with nothing in the log the file itself is all.
   if (fault.problem != OpenProblem::Unreadable || QFileInfo(path + "-wal"_L1).size() > 0)

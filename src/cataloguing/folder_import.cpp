@@ -19,8 +19,10 @@ struct FolderEntries {
   QStringList files, folders;
 };
 
-/// Read as bytes: the toolkit's own listing leaves out names that it can't decode.
-Outcome ListEntries(const QString& folder, FolderEntries& entries, FailureList& failures) {
+/// The photos of a folder, and the folders to visit. Read as bytes: the toolkit's own listing
+/// leaves out names that it can't decode.
+Outcome ListEntries(const QString& folder, bool recursive, FolderEntries& entries,
+                    FailureList& failures) {
   std::error_code problem;
   for (std::filesystem::directory_iterator at(QFile::encodeName(folder).toStdString(), problem),
        end;
@@ -30,12 +32,13 @@ Outcome ListEntries(const QString& folder, FolderEntries& entries, FailureList& 
     const QString decoded = QFile::decodeName(name);
     const QString path = QDir(folder).filePath(decoded);
     std::error_code ignored;
+    const bool isFolder = at->is_directory(ignored);
+    const bool wanted = isFolder ? recursive && !at->is_symlink(ignored) : HasKnownExtension(path);
+    if (!wanted) continue;
     if (QFile::encodeName(decoded) != name)
       failures.Add(path, QString::fromUtf16(import_text::kUnreadableName));
-    else if (!at->is_directory(ignored))
-      entries.files.append(path);
-    else if (!at->is_symlink(ignored))
-      entries.folders.append(path);
+    else
+      (isFolder ? entries.folders : entries.files).append(path);
   }
   if (problem) return Failure{ReasonForErrno(problem.value())};
   return {};
@@ -44,11 +47,10 @@ Outcome ListEntries(const QString& folder, FolderEntries& entries, FailureList& 
 void ScanInto(const QString& folder, bool recursive, QStringList& paths, FailureList& failures) {
   if (!FolderExists(folder)) return failures.Add(folder, QString::fromUtf16(kReasonMissing));
   FolderEntries entries;
-  if (const Outcome listed = ListEntries(folder, entries, failures); !listed)
+  if (const Outcome listed = ListEntries(folder, recursive, entries, failures); !listed)
     failures.Add(folder, listed.Reason());
   entries.files.sort(Qt::CaseInsensitive);
-  std::ranges::copy_if(entries.files, std::back_inserter(paths), HasKnownExtension);
-  if (!recursive) return;
+  paths += entries.files;
   entries.folders.sort(Qt::CaseInsensitive);
   for (const QString& below : entries.folders)
     ScanInto(below, recursive, paths, failures);

@@ -116,7 +116,7 @@ QString FromJis(const QByteArray& bytes) {
   QStringDecoder decoder("ISO-2022-JP");
   if (!decoder.isValid()) return QString();
   const QString text = decoder(bytes);
-  return decoder.hasError() ? QString() : text;
+  return decoder.hasError() ? QString() : text.left(text.indexOf(QChar::Null));
 }
 
 }  // namespace

@@ -26,8 +26,7 @@ struct PhotoFile {
 };
 
 /// Reads a file once: its parameters and, if asked for, its thumbnail from the same bytes. Pure and
-/// thread-safe. Reasons: "File is offline or missing", "Permission was denied", "File could not be
-/// read as an image".
+/// thread-safe. Reasons: those of `OpenSourceFile`, or "Not enough memory".
 Result<PhotoFile> ReadPhotoFile(const QString& path, const ReadRequest& request);
 
 }  // namespace zqm

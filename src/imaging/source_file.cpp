@@ -9,15 +9,19 @@
 namespace zqm {
 namespace {
 
-/// Before gigabytes are read for nothing: whether a large file's beginning is of no known format.
+/// Before gigabytes are read for nothing: whether a large file's beginning and end are of no known
+/// format.
 bool IsLargeAndForeign(const QString& path, const LoadOptions& options) {
   constexpr qint64 kLarge = 64 << 20;
   constexpr qint64 kHead = 1 << 20;
+  constexpr qint64 kTail = 4096;
   QFile file(path);
   if (QFileInfo(path).size() <= kLarge || !FileExists(path) || !file.open(QFile::ReadOnly))
     return false;
-  const QByteArray head = file.read(kHead);
-  return SniffCodec(Bytes(head), options.extension) == nullptr;
+  QByteArray ends = file.read(kHead);
+  // A mark may stand at the very end as well.
+  if (file.seek(file.size() - kTail)) ends += file.read(kTail);
+  return SniffCodec(Bytes(ends), options.extension) == nullptr;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "session/session.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <functional>
@@ -20,7 +21,8 @@ constexpr QLatin1StringView kCatalogueName("Zolmira QM.mdb");
 constexpr QLatin1StringView kTemplateFolders[] = {QLatin1StringView("printing_templates"),
                                                   QLatin1StringView("watermark_templates")};
 
-constexpr QLatin1StringView kBuildingPrefix(".zolmira-");
+// Nobody gives a folder this name by hand.
+constexpr QLatin1StringView kBuildingPrefix(".zolmira-qm-building-c1a6e0d2-");
 
 Outcome MakePath(const QString& path) {
   if (QDir().mkpath(path)) return {};
@@ -72,10 +74,13 @@ Outcome CopyTemplates(const QString& masters, const QString& into, QLatin1String
   const QString master = masters + u'/' + folder;
   RequireMaster(FolderExists(master), master);
   return BuildFolder(into + u'/' + folder, [&](const QString& building) {
-    for (const QFileInfo& entry : QDir(master).entryInfoList(QDir::Files)) {
-      const QString copy = building + u'/' + entry.fileName();
-      if (Outcome copied = CopyFile(entry.filePath(), copy); !copied)
-        return Named(copy, std::move(copied));
+    const QDir::Filters files = QDir::Files | QDir::Hidden;
+    // One by one, since an installation may be made of links: the user gets what they lead to.
+    for (QDirIterator at(master, files, QDirIterator::Subdirectories); at.hasNext();) {
+      const QString copy = building + at.next().mid(master.size());
+      if (Outcome made = MakePath(GetParentFolderName(copy)); !made) return made;
+      if (Outcome copied = CopyFile(at.filePath(), copy); !copied)
+        return Named(into + u'/' + folder, std::move(copied));
       MakeWritable(copy);
     }
     return Outcome();
@@ -86,6 +91,10 @@ Outcome CopyDatabase(const QString& masters, const QString& into, QLatin1StringV
   const QString master = masters + u'/' + name;
   const QString copy = into + u'/' + name;
   RequireMaster(FileExists(master), master);
+  // Side files that a kill left belong to the database that is gone, and would be read into this
+  // one.
+  for (const QLatin1StringView side : {"-wal"_L1, "-shm"_L1, "-journal"_L1})
+    QFile::remove(copy + side);
   if (Outcome copied = CopyFile(master, copy); !copied) return Named(copy, std::move(copied));
   MakeWritable(copy);
   return {};

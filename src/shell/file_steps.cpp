@@ -139,9 +139,13 @@ Outcome MoveAcross(const QString& from, const QString& to) {
   return FromErrno(error);
 }
 
-/// A new spelling of the same entry, on a file system that ignores case.
+/// A new spelling of the same entry, on a file system that ignores case. Where both spellings are
+/// listed they are two entries, be they links to one file.
 bool OnlyCaseDiffers(const QString& from, const QString& to) {
-  return from != to && from.compare(to, Qt::CaseInsensitive) == 0 && platform::SameFile(from, to);
+  if (from == to || from.compare(to, Qt::CaseInsensitive) != 0) return false;
+  const QStringList names =
+      QDir(FolderOf(to)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
+  return platform::SameFile(from, to) && !names.contains(GetFileName(to));
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QtEndian>
+
 #include "catalogue/catalogue.h"
 #include "catalogue/core_database.h"
 #include "shell/error.h"
@@ -68,6 +70,13 @@ TEST_F(CatalogueFileTest, ForeignAndDamagedFilesAreRefusedAndLeftAlone) {
   ASSERT_TRUE(QFile::copy(file, PathOf(u"changed.mdb"_s)));
   Execute(PathOf(u"changed.mdb"_s),
           "DROP VIEW qryphoto; CREATE VIEW qryphoto AS SELECT 1 AS Photo");
+  const auto ourId = std::to_string(qFromBigEndian<qint32>(good.constData() + 68));
+  for (const char* version : {"0", "1"}) {
+    const QString disguised = PathOf(u"disguised%1.mdb"_s.arg(QLatin1StringView(version)));
+    Execute(disguised, "CREATE TABLE t (x)");
+    Execute(disguised, "PRAGMA application_id = " + ourId);
+    Execute(disguised, std::string("PRAGMA user_version = ") + version);
+  }
   test::Touch(PathOf(u"empty.mdb"_s), "");
   test::Touch(PathOf(u"text.mdb"_s), QByteArray(5000, 't'));
   test::Touch(PathOf(u"cut.mdb"_s), good.left(good.size() / 2));
@@ -81,7 +90,7 @@ TEST_F(CatalogueFileTest, ForeignAndDamagedFilesAreRefusedAndLeftAlone) {
   EXPECT_EQ(ProblemOf(PathOf(u"folder.mdb"_s)), OpenProblem::Damaged);
   for (const char16_t* name :
        {u"CORE.mdb", u"other.mdb", u"newer.mdb", u"changed.mdb", u"empty.mdb", u"text.mdb",
-        u"cut.mdb", u"header.mdb", u"scribbled.mdb"}) {
+        u"cut.mdb", u"header.mdb", u"scribbled.mdb", u"disguised0.mdb", u"disguised1.mdb"}) {
     const QString path = PathOf(QString::fromUtf16(name));
     const QByteArray before = Content(path);
     EXPECT_EQ(ProblemOf(path), OpenProblem::Damaged) << path.toStdString();

@@ -77,6 +77,39 @@ TEST_F(Home, ReadOnlyMastersGiveAHomeThatCanBeWritten) {
   EXPECT_FALSE(session.ActiveCatalogue().ReadOnly());
 }
 
+TEST_F(Home, TemplatesAreTheUsersWhateverTheInstallationIsMadeOf) {
+  const QString real = scratch_.Write("store/real.txt", "linked");
+  const QString master = folders_.MasterFolder() + u"/printing_templates/"_s;
+  QFile::link(u"../../../../store/real.txt"_s, master + u"linked.txt"_s);
+  QFile::setPermissions(real, QFile::ReadOwner);
+  scratch_.Write("installed/Zolmira/QM/printing_templates/deep/.hidden", "hidden");
+  Session session(folders_);
+  ASSERT_TRUE(session.PrepareFolders());
+  const QString linked = folders_.PrintingTemplatesFolder() + u"/linked.txt"_s;
+  EXPECT_EQ(test::Scratch::Read(linked), "linked");
+  EXPECT_FALSE(QFileInfo(linked).isSymLink() || ReadOnlyFile(linked));
+  EXPECT_TRUE(ReadOnlyFile(real));
+  EXPECT_TRUE(FileExists(folders_.PrintingTemplatesFolder() + u"/deep/.hidden"_s));
+}
+
+TEST_F(Home, WhatAKilledStartLeftGoesAndTheUsersFoldersStay) {
+  Session session(folders_);
+  ASSERT_TRUE(session.PrepareFolders());
+  const QString own = scratch_.Write("Documents/.zolmira-backup/a.txt", "");
+  const QString left =
+      scratch_.Write("Documents/.zolmira-qm-building-c1a6e0d2-aB3xYz/QM/a.txt", "");
+  for (const char* folder :
+       {"Documents/.zolmira-backup", "Documents/.zolmira-qm-building-c1a6e0d2-aB3xYz"})
+    ASSERT_EQ(QProcess::execute(u"touch"_s, {u"-d"_s, u"2 hours ago"_s, scratch_.Path(folder)}), 0);
+  const QString stale = scratch_.Write("Documents/Zolmira/QM/CORE.mdb-wal", "of another file");
+  QFile::remove(folders_.WorkingFolder() + u"/CORE.mdb"_s);
+  ASSERT_TRUE(session.PrepareFolders());
+  ASSERT_TRUE(session.LockHome());
+  EXPECT_TRUE(FileExists(own));
+  EXPECT_FALSE(FileExists(left));
+  EXPECT_FALSE(FileExists(stale));
+}
+
 TEST_F(Home, AFirstRunThatFailsLeavesNothingHalfMade) {
   QFile::remove(folders_.MasterFolder() + u"/CORE.mdb"_s);
   Session session(folders_);

@@ -226,6 +226,12 @@ TEST(Files, MoveNeverReplaces) {
     ASSERT_TRUE(DeleteFile(moved));
   }
   EXPECT_EQ(scratch.Names(), QStringList{u"to"_s});
+  // Names that differ only in case, and are two entries of one file.
+  const QString upper = scratch.Write("Photo.jpg", "kept");
+  const QString lower = scratch.Path("photo.jpg");
+  Link(upper, lower);
+  EXPECT_FALSE(MoveFile(lower, upper));
+  EXPECT_EQ(Scratch::Read(upper), "kept");
 }
 
 TEST(Files, AFullDiskLeavesEverythingAsItWas) {

@@ -116,6 +116,11 @@ int RunThumbnail(const GlobalOptions& global, const QString& file, const QString
   } else if (const Outcome written = WriteFileAtomically(AbsolutePath(out), *thumbnail); !written) {
     failures.Add(AbsolutePath(out), written.Reason());
   }
+  if (console.Json()) {
+    QJsonObject written;
+    if (failures.Empty()) written = {{u"Photo"_s, path}, {u"File"_s, target}};
+    console.Document(QJsonDocument(written));
+  }
   console.Failures(failures);
   return failures.Empty() ? kExitDone : kExitSomeFailed;
 }

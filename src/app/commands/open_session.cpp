@@ -11,6 +11,13 @@ OpenedSession Refuse(const Console& console, const QString& message) {
   return {nullptr, console.Refuse(message)};
 }
 
+QString LinesOf(const QStringList& names) {
+  QStringList lines;
+  for (const QString& name : names)
+    lines.append(OnOneLine(name));
+  return lines.join(u'\n');
+}
+
 /// The catalogue that the options mean, by its file name; "" when that isn't clear. The exact name
 /// goes before one that differs in letter case, and that counts only if it is the only one.
 QString ChosenCatalogue(const QStringList& names, const QString& wanted) {
@@ -43,7 +50,7 @@ OpenedSession OpenSession(const GlobalOptions& options, bool writing, const Cons
   const QString name = ChosenCatalogue(names, options.catalogue);
   if (name.isEmpty())
     return Refuse(console,
-                  QString::fromUtf16(session_text::kSelectCatalogue) + u'\n' + names.join(u'\n'));
+                  QString::fromUtf16(session_text::kSelectCatalogue) + u'\n' + LinesOf(names));
   if (Outcome opened = session->Activate(name); !opened) return Refuse(console, opened.Reason());
   return {std::move(session), kExitDone};
 }

@@ -59,7 +59,7 @@ int demo::DrawSamples(const std::vector<Sample>& samples, const QString& folder,
                       const Console& console) {
   const QString target = AbsolutePath(folder);
   if (!QDir().mkpath(target)) {
-    console.ErrorLine(target + u": Folder could not be made"_s);
+    console.Refuse(OnOneLine(target) + u": Folder could not be made"_s);
     return kExitSomeFailed;
   }
   const auto pathOf = [&target](const Sample& sample) {
@@ -87,13 +87,14 @@ int demo::DrawSamples(const std::vector<Sample>& samples, const QString& folder,
       continue;
     }
     paths.append(path);
-    if (!console.Json()) console.Line(path);
+    if (!console.Json()) console.Line(OnOneLine(path));
   }
   if (console.Json())
     console.Document(QJsonDocument(QJsonArray::fromStringList(paths)));
   else
     console.Line(u"%1 %2 drawn in %3"_s.arg(QString::number(paths.size()),
-                                            paths.size() == 1 ? u"photo"_s : u"photos"_s, target));
+                                            paths.size() == 1 ? u"photo"_s : u"photos"_s,
+                                            OnOneLine(target)));
   console.Failures(failures);
   return failures.Empty() ? kExitDone : kExitSomeFailed;
 }

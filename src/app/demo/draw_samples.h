@@ -7,8 +7,8 @@
 namespace zqm::demo {
 
 /// Draws the samples on a pool and writes each as a JPEG into the folder, which is made where it
-/// is missing. Files of the samples' own names are replaced, no others touched. Tells the paths
-/// and the failures; gives the exit code.
+/// is missing. A file that stands already is a failure and stays. Tells the paths and the failures;
+/// gives the exit code.
 int DrawSamples(const std::vector<Sample>& samples, const QString& folder, const Console& console);
 
 }  // namespace zqm::demo

@@ -61,8 +61,10 @@ void DrawDrop(Canvas& canvas, const Canvas& street, float u, float v, float radi
       const float du = (canvas.U(static_cast<float>(x)) - u) / radius;
       const float dv = (canvas.V(static_cast<float>(y)) - v) / radius;
       const float angle = std::atan2(dv, du);
-      const float outline =
-          1 + 0.13F * Noise(std::cos(angle) * 1.3F + 5, std::sin(angle) * 1.3F, seed) + 0.10F * dv;
+      // In small pictures the nearest pixel may lie many radii off: the outline stays one.
+      const float outline = std::max(
+          0.5F,
+          1 + 0.13F * Noise(std::cos(angle) * 1.3F + 5, std::sin(angle) * 1.3F, seed) + 0.10F * dv);
       const float off = std::hypot(du, dv * 0.92F) / outline;
       const float inside =
           Smooth(1 + canvas.Pixel() / radius, 1 - 1.5F * canvas.Pixel() / radius, off);
