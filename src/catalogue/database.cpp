@@ -284,6 +284,17 @@ void Bind(SQLite::Statement& statement, std::span<const Value> values,
   }
 }
 
+/// Runs a prepared statement to its end, telling `each` its rows, and leaves it ready for the next
+/// run.
+template <class Each>
+void RunBound(SQLite::Statement& statement, std::span<const Value> values, const Each& each) {
+  const ResetAtEnd guard(statement);
+  std::vector<std::string> store;
+  Bind(statement, values, store);
+  while (statement.executeStep())
+    each(statement);
+}
+
 }  // namespace
 
 qint64 Row::Number(int column) const {
@@ -409,12 +420,7 @@ void Database::Rollback() {
 Result<int> Database::Write(const std::string& sql, std::span<const Value> values) {
   if (ReadOnly()) return Failure{QString::fromUtf16(kReasonDatabaseReadOnly)};
   try {
-    SQLite::Statement& statement = connection_->Prepared(sql);
-    const ResetAtEnd guard(statement);
-    std::vector<std::string> store;
-    Bind(statement, values, store);
-    while (statement.executeStep())
-      continue;
+    RunBound(connection_->Prepared(sql), values, [](SQLite::Statement&) {});
     return connection_->handle.getChanges();
   } catch (const SQLite::Exception& fault) {
     return FailureOf(fault);
@@ -428,12 +434,8 @@ qint64 Database::LastInsertedId() const {
 void Database::Read(const std::string& sql, std::span<const Value> values,
                     const std::function<void(const Row&)>& each) const {
   try {
-    SQLite::Statement& statement = connection_->Prepared(sql);
-    const ResetAtEnd guard(statement);
-    std::vector<std::string> store;
-    Bind(statement, values, store);
-    while (statement.executeStep())
-      each(Row(statement));
+    RunBound(connection_->Prepared(sql), values,
+             [&each](SQLite::Statement& row) { each(Row(row)); });
   } catch (const SQLite::Exception& fault) {
     Raise(fault);
   }
