@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/ui/look.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QLayout>
+#include <QPalette>
+#include <QPushButton>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QToolButton>
+
+namespace zqm::look {
+namespace {
+
+/// Words in "@" are the palette's names.
+constexpr char kSheet[] = R"(
+* { font-size: 10pt; }
+QWidget { color: @text; }
+QMainWindow, QDialog, QMessageBox, QMenuBar, QStatusBar, QWidget#panel { background: @panel; }
+QToolTip { background: @raised; color: @text; border: 1px solid @line; padding: 4px; }
+
+QLabel[role="heading"] { font-size: 11pt; font-weight: 500; }
+QLabel[role="caption"] { font-size: 9pt; color: @quiet; }
+QLabel[role="hint"] { font-size: 9pt; color: @quiet; }
+QLabel:disabled, QLabel[role="caption"]:disabled { color: #707070; }
+
+QLineEdit, QPlainTextEdit, QTextEdit, QSpinBox, QComboBox {
+  background: @raised; border: 1px solid @line; border-radius: 4px;
+  selection-background-color: @accent; selection-color: @onaccent; }
+QLineEdit, QSpinBox, QComboBox { min-height: 26px; max-height: 26px; padding: 0 8px; }
+QPlainTextEdit, QTextEdit { padding: 4px; }
+QLineEdit:focus, QPlainTextEdit:focus, QTextEdit:focus, QSpinBox:focus, QComboBox:focus,
+QListView:focus, QTreeView:focus, QTableView:focus { border: 2px solid @accent; }
+QLineEdit:focus, QSpinBox:focus, QComboBox:focus { min-height: 24px; max-height: 24px;
+  padding: 0 7px; }
+QPlainTextEdit:focus, QTextEdit:focus { padding: 3px; }
+QLineEdit:disabled, QPlainTextEdit:disabled, QTextEdit:disabled, QComboBox:disabled,
+QSpinBox:disabled { background: @panel; color: #808080; }
+QLineEdit[role="value"] { background: transparent; border: none; padding: 0; min-height: 22px;
+  max-height: 22px; }
+QComboBox QAbstractItemView { background: @raised; border: 1px solid @line;
+  selection-background-color: @accent; selection-color: @onaccent; }
+QComboBox::drop-down { border: none; width: 20px; }
+
+QPushButton { background: @raised; border: 1px solid @line; border-radius: 4px;
+  min-height: 26px; max-height: 26px; padding: 0 16px; }
+QPushButton:hover { background: #474747; }
+QPushButton:pressed { background: #353535; }
+QPushButton:focus { border: 2px solid @accent; min-height: 24px; max-height: 24px;
+  padding: 0 15px; }
+QPushButton:disabled { background: @panel; color: #808080; }
+QPushButton[role="primary"] { background: @accent; border-color: @accent; color: @onaccent; }
+QPushButton[role="primary"]:hover { background: #74b7ff; }
+QPushButton[role="primary"]:pressed { background: #4a96e8; }
+QPushButton[role="primary"]:focus { border: 2px solid @text; }
+QPushButton[role="primary"]:disabled { background: @raised; border-color: @line; color: #808080; }
+QToolButton { border: 1px solid transparent; border-radius: 4px; padding: 0; background: transparent; }
+QToolButton[role="icon"] { min-width: 26px; max-width: 26px; min-height: 26px; max-height: 26px; }
+QToolButton:hover { background: @raised; }
+QToolButton:checked { background: @raised; border-color: @line; }
+QToolButton:focus { border: 2px solid @accent; }
+QToolButton[role="icon"]:focus { min-width: 24px; max-width: 24px; min-height: 24px;
+  max-height: 24px; }
+
+QCheckBox, QRadioButton { spacing: 8px; min-height: 24px; }
+QListView, QTreeView, QTableView { background: @panel; border: 1px solid @line; border-radius: 4px;
+  outline: none; alternate-background-color: #2e2e2e; }
+QListView[role="bare"], QTreeView[role="bare"] { border: none; border-radius: 0; }
+QListView::item, QTreeView::item { min-height: 24px; }
+QListView::item:hover, QTreeView::item:hover { background: #343434; }
+QListView::item:selected, QTreeView::item:selected, QTableView::item:selected {
+  background: #35506d; color: @text; }
+QTreeView::branch { background: transparent; }
+QTreeView::branch:selected { background: #35506d; }
+QHeaderView::section { background: @raised; color: @quiet; border: none;
+  border-right: 1px solid @line; padding: 4px 8px; font-size: 9pt; }
+
+QMenuBar { border-bottom: 1px solid @line; spacing: 0; }
+QMenuBar::item { padding: 4px 8px; background: transparent; border-radius: 4px; }
+QMenuBar::item:selected { background: @raised; }
+QMenu { background: @panel; border: 1px solid @line; padding: 4px; }
+QMenu::item { padding: 4px 24px 4px 24px; border-radius: 4px; min-height: 20px; }
+QMenu::item:selected { background: @accent; color: @onaccent; }
+QMenu::item:disabled { color: #808080; }
+QMenu::separator { height: 1px; background: @line; margin: 4px 8px; }
+QMenu::icon { padding-left: 4px; }
+
+QTabBar { background: transparent; }
+QTabBar::tab { background: transparent; color: @quiet; padding: 4px 12px; min-height: 24px;
+  border: none; border-bottom: 2px solid transparent; }
+QTabBar::tab:hover { color: @text; }
+QTabBar::tab:selected { color: @text; border-bottom: 2px solid @accent; }
+QTabBar::tab:focus { border-bottom: 2px solid @text; }
+QTabWidget::pane { border: none; border-top: 1px solid @line; }
+
+QSplitter::handle { background: @line; }
+QSplitter::handle:horizontal { width: 1px; }
+QSplitter::handle:vertical { height: 1px; }
+QSplitter::handle:hover { background: @accent; }
+
+QStatusBar { border-top: 1px solid @line; min-height: 27px; }
+QStatusBar::item { border: none; }
+
+QProgressBar { background: @raised; border: none; border-radius: 2px; min-height: 4px;
+  max-height: 4px; }
+QProgressBar::chunk { background: @accent; border-radius: 2px; }
+
+QScrollBar { background: transparent; border: none; }
+QScrollBar:vertical { width: 12px; }
+QScrollBar:horizontal { height: 12px; }
+QScrollBar::handle { background: #5a5a5a; border-radius: 4px; margin: 2px; }
+QScrollBar::handle:vertical { min-height: 32px; }
+QScrollBar::handle:horizontal { min-width: 32px; }
+QScrollBar::handle:hover { background: #707070; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+QAbstractScrollArea::corner { background: transparent; }
+QScrollArea { background: transparent; border: none; }
+
+QSlider::groove:horizontal { height: 4px; background: @raised; border-radius: 2px; }
+QSlider::sub-page:horizontal { background: @accent; border-radius: 2px; }
+QSlider::handle:horizontal { width: 14px; margin: -5px 0; border-radius: 7px; background: @text; }
+QSlider:focus { border: none; }
+QSlider::handle:horizontal:focus { background: @accent; }
+
+QGroupBox { border: none; margin-top: 24px; font-size: 11pt; font-weight: 500; }
+QGroupBox::title { subcontrol-origin: margin; left: 0; }
+QFrame[frameShape="4"], QFrame[frameShape="5"] { color: @line; }
+)";
+
+struct Token {
+  const char* name;
+  QRgb colour;
+};
+// Longer names before those that they begin with.
+constexpr Token kTokens[] = {
+    {"@onaccent", kOnAccent}, {"@ground", kGround}, {"@panel", kPanel}, {"@raised", kRaised},
+    {"@line", kLine},         {"@text", kText},     {"@quiet", kQuiet}, {"@accent", kAccent},
+};
+
+QString Sheet() {
+  QString sheet = QString::fromLatin1(kSheet);
+  for (const Token& token : kTokens)
+    sheet.replace(QLatin1StringView(token.name), QColor(token.colour).name());
+  return sheet;
+}
+
+QPalette DarkPalette() {
+  QPalette palette;
+  const auto set = [&palette](QPalette::ColorRole role, QRgb colour) {
+    palette.setColor(role, QColor(colour));
+  };
+  set(QPalette::Window, kPanel);
+  set(QPalette::WindowText, kText);
+  set(QPalette::Base, kPanel);
+  set(QPalette::AlternateBase, kRaised);
+  set(QPalette::Text, kText);
+  set(QPalette::PlaceholderText, kQuiet);
+  set(QPalette::Button, kRaised);
+  set(QPalette::ButtonText, kText);
+  set(QPalette::BrightText, kText);
+  set(QPalette::ToolTipBase, kRaised);
+  set(QPalette::ToolTipText, kText);
+  set(QPalette::Highlight, kAccent);
+  set(QPalette::HighlightedText, kOnAccent);
+  set(QPalette::Link, kAccent);
+  set(QPalette::Light, kLine);
+  set(QPalette::Mid, kLine);
+  set(QPalette::Dark, kGround);
+  const QColor dimmed(0x80, 0x80, 0x80);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, dimmed);
+  return palette;
+}
+
+template <class Widget>
+Widget* WithRole(Widget* widget, const char* role) {
+  widget->setProperty("role", QString::fromLatin1(role));
+  return widget;
+}
+
+}  // namespace
+
+void Apply(QApplication& application) {
+  QIcon::setThemeName(QStringLiteral("breeze-dark"));
+  QIcon::setFallbackThemeName(QStringLiteral("breeze"));
+  application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  application.setPalette(DarkPalette());
+  application.setStyleSheet(Sheet());
+}
+
+QIcon Icon(const char* name) {
+  return QIcon::fromTheme(QString::fromLatin1(name));
+}
+
+QLabel* Heading(const QString& text, QWidget* parent) {
+  return WithRole(new QLabel(text, parent), "heading");
+}
+
+QLabel* Caption(const QString& text, QWidget* parent) {
+  QLabel* label = WithRole(new QLabel(text, parent), "caption");
+  label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  return label;
+}
+
+QLabel* Hint(const QString& text, QWidget* parent) {
+  QLabel* label = WithRole(new QLabel(text, parent), "hint");
+  label->setWordWrap(true);
+  return label;
+}
+
+void MakePrimary(QPushButton* button) {
+  WithRole(button, "primary")->setDefault(true);
+}
+
+QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* parent) {
+  auto* button = WithRole(new QToolButton(parent), "icon");
+  button->setIcon(Icon(icon));
+  button->setIconSize({kIconSize, kIconSize});
+  button->setToolTip(toolTip);
+  button->setAccessibleName(toolTip);
+  button->setFocusPolicy(Qt::TabFocus);
+  return button;
+}
+
+void SetSpace(QLayout* layout, int margin, int space) {
+  layout->setContentsMargins(margin, margin, margin, margin);
+  layout->setSpacing(space);
+}
+
+}  // namespace zqm::look
