@@ -64,6 +64,11 @@ const std::string& RowStatement() {
   return statement;
 }
 
+Result<QByteArray> Checked(const QByteArray& thumbnail) {
+  if (ThumbnailSizeRefused(thumbnail.size())) return Failure{QString::fromUtf16(kReasonThumbnail)};
+  return thumbnail;
+}
+
 Outcome Done(const Result<int>& written) {
   if (!written) return Failure{written.Reason()};
   return {};
@@ -137,6 +142,14 @@ struct PhotoRecordset::State {
   }
 
   Outcome Begin() { return database.InTransaction() ? Outcome() : database.Begin(); }
+
+  QByteArray StoredThumbnail(qint64 row) const {
+    const std::array<Value, 1> id{row};
+    QByteArray bytes;
+    database.Read("SELECT Thumbnail FROM thumbnails WHERE ID = ?", id,
+                  [&](const Row& found) { bytes = found.Bytes(0); });
+    return bytes;
+  }
 
   Outcome StoreThumbnail(qint64 id) {
     if (!thumbnail) return {};
@@ -343,6 +356,29 @@ QString PhotoRecordset::GetField(Column column) const {
   return s.Stored(column);
 }
 
+std::vector<QString> PhotoRecordset::TextsOf(Column column, const QStringList& paths) const {
+  State& s = *state_;
+  QByteArray ids = "[";
+  std::vector<qint64> rows;
+  for (const QString& path : paths) {
+    rows.push_back(s.index.Find(path).value_or(0));
+    if (rows.back() == 0) continue;
+    if (ids.size() > 1) ids += ',';
+    ids += QByteArray::number(rows.back());
+  }
+  ids += ']';
+  QHash<qint64, QString> texts;
+  const std::array<Value, 1> list{QString::fromLatin1(ids)};
+  s.database.Read("SELECT ID, " + QuotedName(ColumnName(column)) +
+                      " FROM texts WHERE ID IN (SELECT value FROM json_each(?))",
+                  list, [&](const Row& row) { texts.insert(row.Number(0), row.Text(1)); });
+  std::vector<QString> found;
+  found.reserve(rows.size());
+  for (const qint64 id : rows)
+    found.push_back(texts.value(id));
+  return found;
+}
+
 Outcome PhotoRecordset::DeleteCurrentRow() {
   State& s = *state_;
   s.RequireRow();
@@ -372,16 +408,14 @@ void PhotoRecordset::WriteThumbnail(const QByteArray& jpeg) {
 Result<QByteArray> PhotoRecordset::ReadThumbnail() const {
   const State& s = *state_;
   s.RequireRow();
-  QByteArray bytes;
-  if (s.thumbnail) {
-    bytes = *s.thumbnail;
-  } else if (!s.newRow) {
-    const std::array<Value, 1> id{s.current};
-    s.database.Read("SELECT Thumbnail FROM thumbnails WHERE ID = ?", id,
-                    [&](const Row& row) { bytes = row.Bytes(0); });
-  }
-  if (ThumbnailSizeRefused(bytes.size())) return Failure{QString::fromUtf16(kReasonThumbnail)};
-  return bytes;
+  if (s.thumbnail) return Checked(*s.thumbnail);
+  return Checked(s.newRow ? QByteArray() : s.StoredThumbnail(s.current));
+}
+
+Result<QByteArray> PhotoRecordset::ThumbnailOf(const QString& path) const {
+  const auto id = state_->index.Find(path);
+  if (!id) return Failure{QString::fromUtf16(kReasonNotCatalogued)};
+  return Checked(state_->StoredThumbnail(*id));
 }
 
 }  // namespace zqm

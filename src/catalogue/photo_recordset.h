@@ -3,8 +3,10 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "catalogue/columns.h"
 #include "catalogue/row_index.h"
@@ -60,6 +62,10 @@ class PhotoRecordset {
   void SetField(Column column, const QString& text);
   QString GetField(Column column) const;
 
+  /// One column's texts for many paths by one statement; null where a path isn't catalogued. What
+  /// is assigned and not committed yet is not seen.
+  std::vector<QString> TextsOf(Column column, const QStringList& paths) const;
+
   Outcome DeleteCurrentRow();
 
   /// Thumbnail of the current row (new or existing): committed with it; empty removes it. A JPEG of
@@ -68,6 +74,9 @@ class PhotoRecordset {
   void WriteThumbnail(const QByteArray& jpeg);
   /// Fails with `kReasonThumbnail` when nothing is stored or the size is a multiple of 1000.
   Result<QByteArray> ReadThumbnail() const;
+  /// The stored thumbnail of any row, the cursor left where it is; reasons as above, and
+  /// `kReasonNotCatalogued`.
+  Result<QByteArray> ThumbnailOf(const QString& path) const;
 
  private:
   struct State;

@@ -403,6 +403,14 @@ constexpr IptcRow kIptcRows[] = {
     {{u"Job Identifier", Column::JobIdentifier}, 103},
 };
 
+template <class Rows>
+std::vector<const MetadataField*> FieldsOf(const Rows& rows) {
+  std::vector<const MetadataField*> fields;
+  for (const auto& row : rows)
+    fields.push_back(&row.field);
+  return fields;
+}
+
 template <class Decode>
 void AddField(std::vector<DecodedField>& fields, const MetadataField& field, const QString& raw,
               const Decode& decode) {
@@ -410,6 +418,16 @@ void AddField(std::vector<DecodedField>& fields, const MetadataField& field, con
 }
 
 }  // namespace
+
+std::vector<const MetadataField*> ExifFields() {
+  return FieldsOf(kExifRows);
+}
+std::vector<const MetadataField*> GpsFields() {
+  return FieldsOf(kGpsRows);
+}
+std::vector<const MetadataField*> IptcFields() {
+  return FieldsOf(kIptcRows);
+}
 
 DecodedExif DecodeExif(const FileParameters& parameters, DecodeFor target) {
   DecodedExif decoded;

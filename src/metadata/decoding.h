@@ -52,6 +52,11 @@ struct DecodedExif {
   QString shutterValue;
 };
 
+/// All lines of the three pages in their order, whatever a file has.
+std::vector<const MetadataField*> ExifFields();
+std::vector<const MetadataField*> GpsFields();
+std::vector<const MetadataField*> IptcFields();
+
 /// The EXIF page. Empty for a file without EXIF (`EXIF_HASEXIF` 0).
 DecodedExif DecodeExif(const FileParameters& parameters, DecodeFor target);
 

@@ -203,6 +203,12 @@ Outcome Session::Activate(const QString& name,
   return {};
 }
 
+Outcome Session::ChangeSettings(const Settings& settings) {
+  Outcome written = core_->WriteSettings(settings);
+  if (written) settings_ = settings;
+  return written;
+}
+
 ReadRequest Session::ReadSettings() const {
   ReadRequest request;
   request.colourManagement = settings_.CMS == u"true";

@@ -47,6 +47,8 @@ class Session {
   bool HasActiveCatalogue() const { return catalogue_ != nullptr; }
   CoreDatabase& Core() { return *core_; }
   const Settings& CurrentSettings() const { return settings_; }
+  /// Writes the settings; on failure the current ones stay.
+  Outcome ChangeSettings(const Settings& settings);
 
   /// How files are read for viewing and cataloguing under the current settings.
   ReadRequest ReadSettings() const;

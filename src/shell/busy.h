@@ -4,6 +4,11 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QString>
+#include <QThreadPool>
+#include <chrono>
+#include <future>
+#include <memory>
+#include <type_traits>
 
 namespace zqm {
 
@@ -51,5 +56,19 @@ class BusyRun {
 
 /// Lets windows paint and timers run, without taking the user's input.
 void YieldToInterface();
+
+/// Runs `work`, which must not touch the catalogue or a window, on a thread of the global pool, and
+/// gives windows time to paint until it is done.
+template <class Work>
+std::invoke_result_t<Work> RunAside(Work work) {
+  using Value = std::invoke_result_t<Work>;
+  constexpr std::chrono::milliseconds kBetweenYields(10);
+  auto task = std::make_shared<std::packaged_task<Value()>>(std::move(work));
+  std::future<Value> result = task->get_future();
+  QThreadPool::globalInstance()->start([task] { (*task)(); });
+  while (result.wait_for(kBetweenYields) != std::future_status::ready)
+    YieldToInterface();
+  return result.get();
+}
 
 }  // namespace zqm

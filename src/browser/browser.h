@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include "browser/folder_watch.h"
+#include "browser/keyword_fields.h"
+#include "browser/photo_info.h"
+#include "browser/photo_loader.h"
+#include "cataloguing/browser_view.h"
+#include "imaging/thumbnail_list.h"
+#include "session/session.h"
+#include "shell/busy.h"
+#include "shell/failure_list.h"
+
+namespace zqm {
+
+/// One photo as the viewer and the panels show it.
+struct ShownPhoto {
+  QString path;
+  PhotoInfo info;
+  QImage image;     ///< may be smaller than the photo; null without pixels
+  QSize fullSize;   ///< pixels
+  QString message;  ///< why there is no picture
+  bool offline = false;
+  bool standIn = false;  ///< the thumbnail, while the photo is being read; `info` is empty
+};
+
+/// The centre of the main window without its widgets: the list of thumbnails and where it came
+/// from, the selection, and what is shown of it. Windows forward what the user does and show what
+/// the signals tell.
+class Browser : public QObject, public BrowserView {
+  Q_OBJECT
+ public:
+  enum class Source { None, Folder, Catalogue };
+
+  /// The session must have an active catalogue.
+  Browser(Session& session, Busy& busy);
+  ~Browser() override;
+
+  ThumbnailList& Thumbnails() { return thumbnails_; }
+  KeywordFields& Keywords() { return keywords_; }
+  Source From() const { return source_; }
+  /// The shown folder; "" in the catalogue's own view.
+  const QString& Folder() const { return folder_; }
+  /// Paths in the order in which they were selected.
+  const QStringList& Selected() const { return selected_; }
+  /// "248 Photos / 3 Selected".
+  QString Counter() const;
+  /// Why the list is empty, in words for the user; "" without a reason of its own.
+  const QString& EmptyReason() const { return emptyReason_; }
+  bool IsLoadingPhoto() const { return loader_.IsLoading(); }
+
+  /// The user chose a folder. With `remember` it is also where "LastOpened" starts next time.
+  void FolderTreeview1_FolderClick(const QString& path, bool remember = true);
+  /// Shows a folder's photos, marked by what the catalogue knows. An empty path does nothing.
+  void LoadFolder(const QString& path);
+  /// Shows photos of the catalogue: from their files, or from their rows where those are away. What
+  /// can't be shown at all ends in the failure list.
+  void LoadResults(const QStringList& paths);
+
+  /// The user's selection is another one now.
+  void OnImageSelect(const QStringList& selected);
+  /// What was done to the selected files or rows is to show: the same selection, read again. User
+  /// values of several photos stay as they stand in the panel.
+  void RefreshLive();
+  /// Properties, metadata and picture of the one selected file, read again; user values untouched.
+  void UpdateLive();
+  /// The settings for reading files have changed.
+  void RAWandCMSSettings();
+
+  void mnusort_Click();
+  void mnusortflag_Click();
+  /// Catalogues the selected photos.
+  void mnucatalogindividual_Click();
+  /// Marks of all thumbnails as the catalogue has them now.
+  void RefreshMarks();
+
+  /// How large the viewer is, in device pixels: photos are decoded to fill it.
+  void SetViewBox(const QSize& box) { viewBox_ = box; }
+  /// Every pixel of the shown photo is wanted.
+  void LoadFullSize();
+
+  /// Saves what waits. False while work is under way, or when the user's edits can't be saved and
+  /// he doesn't want to lose them.
+  bool MayClose();
+
+  void MarkCatalogued(const QString& path) override;
+
+ Q_SIGNALS:
+  void ListLoaded();
+  void CounterChanged(const QString& text);
+  /// The selection stays what it was (`Selected`): what was typed could not be saved.
+  void SelectionKept();
+  /// None or several photos are selected.
+  void PhotoCleared();
+  /// First with what is at hand, then with what was read.
+  void PhotoShown(const zqm::ShownPhoto& photo);
+  /// `name` may be cut to fit, `rest` not.
+  void StatusChanged(const QString& name, const QString& rest);
+  /// Whether user values can be edited, or why not.
+  void KeywordsEnabled(bool enabled, const QString& why);
+  void FailuresFound(const zqm::FailureList& failures);
+
+ private:
+  void ClearForLoad();
+  void SetSelection(const QStringList& selected);
+  void ProcessSelection();
+  void ProcessSingleImage();
+  void ProcessMultipleImages();
+  void ShowOffline(const QString& path);
+  void ShowAtHand(const QString& path);
+  void ShowLoaded(const QString& path, const Result<ViewPhoto>& photo);
+  void DisableKeywords(const QString& why);
+  void EnableKeywords();
+  QString WhyNotEditable() const;
+  bool Refused();
+  void OnFolderChanged();
+  void OnPhotoChanged(const QString& path);
+  void Sort(const QString& busyText, const std::function<std::vector<int>()>& order);
+  QByteArray StoredThumbnail(const QString& path);
+
+  Session& session_;
+  Catalogue& catalogue_;
+  Busy& busy_;
+  ThumbnailList thumbnails_;
+  QStringList selected_;
+  KeywordFields keywords_;
+  PhotoLoader loader_;
+  FolderWatch watch_;
+  Source source_ = Source::None;
+  QString folder_;
+  QString emptyReason_;
+  QSize viewBox_{1024, 768};
+  bool justLoaded_ = false;
+  bool live_ = false;
+};
+
+}  // namespace zqm
