@@ -107,14 +107,16 @@ void Browser::LoadFolder(const QString& path) {
   source_ = Source::Folder;
   folder_ = StripSlash(path);
   ClearForLoad();
-  BusyRun run(busy_, u"Retrieving Information. Please wait..."_s);
-  FailureList unread;
-  const QStringList paths =
-      RunAside([&unread, this] { return ScanFolder(folder_, false, unread); });
-  const auto failed = std::ranges::find(unread.rows, folder_, &FailureRow::File);
-  if (failed != unread.rows.end()) emptyReason_ = failed->Reason;
-  thumbnails_.AppendImages(paths);
-  RefreshMarks();
+  {
+    BusyRun run(busy_, u"Retrieving Information. Please wait..."_s);
+    FailureList unread;
+    const QStringList paths =
+        RunAside([&unread, this] { return ScanFolder(folder_, false, unread); });
+    const auto failed = std::ranges::find(unread.rows, folder_, &FailureRow::File);
+    if (failed != unread.rows.end()) emptyReason_ = failed->Reason;
+    thumbnails_.AppendImages(paths);
+    RefreshMarks();
+  }
   watch_.WatchFolder(folder_);
   Q_EMIT ListLoaded();
   Q_EMIT CounterChanged(Counter());
@@ -252,6 +254,7 @@ void Browser::ProcessSingleImage() {
 }
 
 void Browser::ShowOffline(const QString& path) {
+  EnableKeywords();
   ShownPhoto shown{path, EmptyPhotoInfo()};
   shown.offline = true;
   PhotoRecordset& photos = catalogue_.Photos();
@@ -274,7 +277,9 @@ void Browser::ShowAtHand(const QString& path) {
   shown.standIn = true;
   const int at = thumbnails_.IndexOf(path);
   if (at >= 0) shown.image = thumbnails_.index(at).data(ThumbnailList::PictureRole).value<QImage>();
-  shown.fullSize = shown.image.size();
+  // How large the photo is shows when it is read; until then it fills the view.
+  constexpr int kSurelyLarger = 100;
+  shown.fullSize = shown.image.size() * kSurelyLarger;
   Q_EMIT PhotoShown(shown);
 }
 

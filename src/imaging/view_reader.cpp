@@ -30,17 +30,16 @@ Result<ViewPhoto> ReadView(const QString& path, const QSize& box, const ReadRequ
 
   ViewPhoto photo;
   photo.file.bytes = source->content.size();
-  photo.file.parameters =
-      FileParameters::Read(source->View(), *source->codec, source->facts, path);
+  photo.file.parameters = FileParameters::Read(source->View(), *source->codec, source->facts, path);
   photo.fullSize = SizeOf(source->facts);
   const Result<QImage> picture = source->codec->load(source->View(), options);
   if (!picture) {
     photo.reason = picture.Reason();
     return photo;
   }
-  const bool fits = box.isEmpty() || (picture->width() <= box.width() &&
-                                      picture->height() <= box.height());
-  photo.image = fits ? *picture : FitThumbnail(*picture, box, photo.fullSize);
+  // Also at full size: what is shown has 8 bits a sample and no transparency.
+  photo.image = FitThumbnail(*picture, box.isEmpty() ? picture->size() : box,
+                             box.isEmpty() ? QSize() : photo.fullSize);
   return photo;
 }
 
@@ -65,8 +64,7 @@ auto WithinMemory(const Read& read) -> decltype(read()) {
 
 }  // namespace
 
-Result<ViewPhoto> ReadViewPhoto(const QString& path, const QSize& box,
-                                const ReadRequest& request) {
+Result<ViewPhoto> ReadViewPhoto(const QString& path, const QSize& box, const ReadRequest& request) {
   return WithinMemory([&] { return ReadView(path, box, request); });
 }
 

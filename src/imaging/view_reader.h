@@ -11,10 +11,10 @@ namespace zqm {
 
 /// A photo as a viewer shows it.
 struct ViewPhoto {
-  PhotoFile file;   ///< length and parameters; no thumbnail
-  QImage image;     ///< fitted into the box that was asked for; null without pixels
-  QSize fullSize;   ///< pixels
-  QString reason;   ///< why there are no pixels
+  PhotoFile file;  ///< length and parameters; no thumbnail
+  QImage image;    ///< fitted into the box that was asked for; null without pixels
+  QSize fullSize;  ///< pixels
+  QString reason;  ///< why there are no pixels
 };
 
 /// Reads a file once: its parameters and its picture, decoded no larger than needed and fitted into

@@ -68,6 +68,10 @@ QCheckBox, QRadioButton { spacing: 8px; min-height: 24px; }
 QListView, QTreeView, QTableView { background: @panel; border: 1px solid @line; border-radius: 4px;
   outline: none; alternate-background-color: #2e2e2e; }
 QListView[role="bare"], QTreeView[role="bare"] { border: none; border-radius: 0; }
+QListView[role="thumbnails"] { background: @ground; border: none; border-radius: 0; }
+QListView[role="bare"]:focus, QTreeView[role="bare"]:focus, QListView[role="thumbnails"]:focus {
+  border: none; }
+QWidget#busystrip { background: @raised; border: 1px solid @line; border-radius: 4px; }
 QListView::item, QTreeView::item { min-height: 24px; }
 QListView::item:hover, QTreeView::item:hover { background: #343434; }
 QListView::item:selected, QTreeView::item:selected, QTableView::item:selected {

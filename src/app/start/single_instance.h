@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QLocalServer>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+namespace zqm {
+
+/// One window a home. The running one listens; a later start hands it the paths that it was given
+/// and leaves.
+class SingleInstance : public QObject {
+  Q_OBJECT
+ public:
+  /// `folder` tells homes apart: the program's folder of application data.
+  explicit SingleInstance(const QString& folder);
+
+  /// Whether a running window has taken the paths and come to the front.
+  bool ActivatePrevInstance(const QStringList& paths) const;
+  /// Hears later starts from now on. To be called by who holds the home's lock: what a killed
+  /// process has left is cleared away.
+  void Listen();
+
+ Q_SIGNALS:
+  void Activated(const QStringList& paths);
+
+ private:
+  void Greet();
+
+  QString name_;
+  QLocalServer server_;
+};
+
+}  // namespace zqm

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <optional>
+
+#include "app/start/single_instance.h"
+#include "session/session.h"
+
+namespace zqm {
+
+class frmcheckDB;
+class frmmain;
+class frmstart;
+
+/// Why a screen of this size in device pixels won't do, or nothing.
+std::optional<QString> ScreenTooSmall(const QSize& pixels);
+
+/// What the window program was started with.
+struct StartOptions {
+  QString home;       ///< "" for the user's own folders
+  QString catalogue;  ///< "" to choose
+  QStringList paths;  ///< photos or a folder to browse
+};
+
+/// The life of the window program, from its first window to its end or its next start.
+class StartUp : public QObject {
+  Q_OBJECT
+ public:
+  explicit StartUp(StartOptions options, const SessionFolders& folders);
+  ~StartUp() override;
+
+  /// Prepares folders and looks for another instance, then goes on from a timer so that the first
+  /// window is on screen before the long work. False: the program is to end with `ExitCode`.
+  bool Begin();
+
+  int ExitCode() const { return exitCode_; }
+  frmmain* MainWindow() const { return main_.get(); }
+
+ Q_SIGNALS:
+  /// The main window is usable.
+  void Ready();
+  /// Nothing is left to do.
+  void Finished(int exitCode);
+
+ private:
+  void Form_Load();
+  void Timer_Timer();
+  void Activate(const QString& name);
+  void Raise(const QStringList& paths);
+  void OnClosed();
+  void End(int exitCode);
+  bool WaitForLock();
+  QString RestartMarker() const;
+  void Restart() const;
+
+  StartOptions options_;
+  std::unique_ptr<Session> session_;
+  SingleInstance instance_;
+  std::unique_ptr<frmstart> start_;
+  std::unique_ptr<frmcheckDB> check_;
+  std::unique_ptr<frmmain> main_;
+  bool restarted_ = false;
+  bool ended_ = false;
+  int exitCode_ = 0;
+};
+
+}  // namespace zqm

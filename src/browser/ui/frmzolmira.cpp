@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "browser/ui/frmzolmira.h"
+
+#include "browser/ui/main_actions.h"
+
+namespace zqm {
+
+frmzolmira::frmzolmira(const MainActions& actions, QWidget* parent) : QMenu(parent) {
+  setObjectName(QStringLiteral("frmzolmira"));
+  addAction(actions.Get(Command::CatalogSelected));
+  addSeparator();
+  actions.FillRatingMenu(addMenu(tr("&Rating")));
+  actions.FillFlagMenu(addMenu(tr("&Flag")));
+  addSeparator();
+  addAction(actions.Get(Command::CopyPaths));
+  addAction(actions.Get(Command::SelectAll));
+  addAction(actions.Get(Command::SelectNone));
+  addSeparator();
+  addAction(actions.Get(Command::SortByName));
+  addAction(actions.Get(Command::SortByFlag));
+}
+
+}  // namespace zqm

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "browser/ui/main_actions.h"
+
+#include <QActionGroup>
+#include <QMenu>
+#include <QMenuBar>
+#include <QWidget>
+
+#include "shell/ui/look.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+enum Trait : unsigned {
+  kPlain = 0,
+  kCheckable = 1,
+  kNeedsSelection = 2,
+  kEditsValues = 4,
+  kSeparatorBefore = 8,
+  kOwnMenu = 16,  ///< in a submenu of its kind
+};
+
+struct Row {
+  Command command;
+  const char16_t* menu;
+  const char16_t* text;
+  const char16_t* shortcut;
+  const char* icon;
+  const char* name;
+  const char16_t* toolTip;
+  unsigned traits;
+};
+
+constexpr Row kRows[] = {
+    {Command::OpenFolder, u"&File", u"&Open Folder…", u"Ctrl+O", "folder-open", "mnuopenfolder",
+     u"Browse a folder", kPlain},
+    {Command::Quit, u"&File", u"&Quit", u"Ctrl+Q", "application-exit", "mnuexit",
+     u"Save what waits and close", kSeparatorBefore},
+    {Command::SelectAll, u"&Edit", u"Select &All", u"Ctrl+A", "edit-select-all", "mnuselectall",
+     u"Select every photo of the list", kPlain},
+    {Command::SelectNone, u"&Edit", u"Select &None", u"Ctrl+Shift+A", "edit-select-none",
+     "mnuselectnone", u"Deselect all photos", kPlain},
+    {Command::CopyPaths, u"&Edit", u"&Copy Paths", u"Ctrl+Shift+C", "edit-copy", "mnucopypaths",
+     u"Copy the paths of the selected photos as text", kNeedsSelection | kSeparatorBefore},
+    {Command::SingleRow, u"&View", u"&Single Row", u"Ctrl+Shift+1", "", "mnusinglerow",
+     u"Thumbnails in one row", kCheckable},
+    {Command::MultipleRows, u"&View", u"&Multiple Rows", u"Ctrl+Shift+2", "", "mnumultiplerows",
+     u"Thumbnails in as many rows as fit", kCheckable},
+    {Command::SortByName, u"&View", u"Sort by &Name", u"Ctrl+Shift+N", "view-sort", "mnusort",
+     u"Order the thumbnails by file name", kSeparatorBefore},
+    {Command::SortByFlag, u"&View", u"Sort by &Flag Status", u"Ctrl+Shift+F", "flag", "mnusortflag",
+     u"Flagged photos first, rejected ones last", kPlain},
+    {Command::ZoomIn, u"&View", u"Zoom &In", u"Ctrl++", "zoom-in", "mnuzoomin",
+     u"Enlarge the photo", kSeparatorBefore},
+    {Command::ZoomOut, u"&View", u"Zoom &Out", u"Ctrl+-", "zoom-out", "mnuzoomout",
+     u"Reduce the photo", kPlain},
+    {Command::ZoomFit, u"&View", u"Fi&t to Window", u"Ctrl+0", "zoom-fit-best", "mnuzoomfit",
+     u"Show the whole photo", kPlain},
+    {Command::ZoomFull, u"&View", u"&Actual Size", u"Ctrl+Shift+0", "zoom-original", "mnuzoomfull",
+     u"One pixel of the photo on one of the screen", kPlain},
+    {Command::InfoPanel, u"&View", u"Information &Panel", u"F9", "", "mnuinfopanel",
+     u"Show or hide the panel at the right", kCheckable | kSeparatorBefore},
+    {Command::Refresh, u"&View", u"&Refresh", u"F5", "view-refresh", "mnurefresh",
+     u"Read the shown folder again", kPlain},
+    {Command::CatalogFolders, u"&Catalogue", u"Catalog &Folders / Subfolders…", u"Ctrl+I",
+     "folder-new", "mnucatalog", u"Add the photos of whole folders to the catalogue", kPlain},
+    {Command::CatalogSelected, u"&Catalogue", u"Catalog &Selected Photos", u"Ctrl+K", "list-add",
+     "mnucatalogindividual", u"Add the selected photos to the catalogue", kNeedsSelection},
+    {Command::ShowCatalogue, u"&Catalogue", u"Show &All Catalogued Photos", u"Ctrl+Shift+L",
+     "view-list-icons", "mnushowcatalogue", u"Show every photo of the catalogue, offline ones too",
+     kSeparatorBefore},
+    {Command::Rate1, u"&Photo", u"&1 Star", u"Ctrl+1", "", "mnurate1", u"",
+     kEditsValues | kOwnMenu},
+    {Command::Rate2, u"&Photo", u"&2 Stars", u"Ctrl+2", "", "mnurate2", u"",
+     kEditsValues | kOwnMenu},
+    {Command::Rate3, u"&Photo", u"&3 Stars", u"Ctrl+3", "", "mnurate3", u"",
+     kEditsValues | kOwnMenu},
+    {Command::Rate4, u"&Photo", u"&4 Stars", u"Ctrl+4", "", "mnurate4", u"",
+     kEditsValues | kOwnMenu},
+    {Command::Rate5, u"&Photo", u"&5 Stars", u"Ctrl+5", "", "mnurate5", u"",
+     kEditsValues | kOwnMenu},
+    {Command::Flag, u"&Photo", u"&Flagged", u"Ctrl+Shift+P", "flag", "mnuflag", u"Pick this photo",
+     kEditsValues | kSeparatorBefore},
+    {Command::Unflag, u"&Photo", u"&Unflagged", u"Ctrl+Shift+U", "edit-clear", "mnuunflag",
+     u"Neither flagged nor rejected", kEditsValues},
+    {Command::Reject, u"&Photo", u"Re&jected", u"Ctrl+Shift+X", "edit-delete-remove", "mnureject",
+     u"Mark this photo as rejected", kEditsValues},
+    {Command::Settings, u"&Tools", u"&Settings…", u"Ctrl+,", "configure", "mnusettings",
+     u"Start-up folder, RAW files, colour management, file types", kPlain},
+    {Command::About, u"&Help", u"&About Zolmira QM", u"F1", "help-about", "mnuabout",
+     u"Version and licence", kPlain},
+};
+
+}  // namespace
+
+MainActions::MainActions(QWidget* window) : QObject(window) {
+  auto* rows = new QActionGroup(this);
+  for (const Row& row : kRows) {
+    auto* action = new QAction(QString::fromUtf16(row.text), this);
+    action->setObjectName(QString::fromLatin1(row.name));
+    action->setShortcut(QKeySequence(QString::fromUtf16(row.shortcut)));
+    if (row.icon[0] != '\0') action->setIcon(look::Icon(row.icon));
+    if (row.toolTip[0] != u'\0') action->setToolTip(QString::fromUtf16(row.toolTip));
+    action->setCheckable((row.traits & kCheckable) != 0);
+    connect(action, &QAction::triggered, this,
+            [this, command = row.command] { Q_EMIT Triggered(command); });
+    window->addAction(action);
+    actions_[row.command] = action;
+  }
+  rows->addAction(Get(Command::SingleRow));
+  rows->addAction(Get(Command::MultipleRows));
+  SetSelected(0);
+  SetEditable(false);
+}
+
+void MainActions::FillMenuBar(QMenuBar* bar) const {
+  QMenu* menu = nullptr;
+  QMenu* ratings = nullptr;
+  QStringView title;
+  for (const Row& row : kRows) {
+    if (title != QStringView(row.menu)) {
+      title = row.menu;
+      menu = bar->addMenu(title.toString());
+      menu->setToolTipsVisible(true);
+    }
+    if ((row.traits & kSeparatorBefore) != 0) menu->addSeparator();
+    if ((row.traits & kOwnMenu) == 0) {
+      menu->addAction(Get(row.command));
+    } else if (ratings == nullptr) {
+      ratings = menu->addMenu(tr("&Rating"));
+      FillRatingMenu(ratings);
+    }
+  }
+}
+
+void MainActions::FillRatingMenu(QMenu* menu) const {
+  for (const Command command :
+       {Command::Rate1, Command::Rate2, Command::Rate3, Command::Rate4, Command::Rate5})
+    menu->addAction(Get(command));
+}
+
+void MainActions::FillFlagMenu(QMenu* menu) const {
+  for (const Command command : {Command::Flag, Command::Unflag, Command::Reject})
+    menu->addAction(Get(command));
+}
+
+void MainActions::SetSelected(int count) {
+  for (const Row& row : kRows)
+    if ((row.traits & kNeedsSelection) != 0) Get(row.command)->setEnabled(count > 0);
+}
+
+void MainActions::SetEditable(bool editable) {
+  for (const Row& row : kRows)
+    if ((row.traits & kEditsValues) != 0) Get(row.command)->setEnabled(editable);
+}
+
+}  // namespace zqm

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QAction>
+#include <QObject>
+#include <map>
+
+class QMenu;
+class QMenuBar;
+class QWidget;
+
+namespace zqm {
+
+/// Every command of the main window.
+enum class Command {
+  OpenFolder,
+  Quit,
+  SelectAll,
+  SelectNone,
+  CopyPaths,
+  SingleRow,
+  MultipleRows,
+  SortByName,
+  SortByFlag,
+  ZoomIn,
+  ZoomOut,
+  ZoomFit,
+  ZoomFull,
+  InfoPanel,
+  Refresh,
+  CatalogFolders,
+  CatalogSelected,
+  ShowCatalogue,
+  Rate1,
+  Rate2,
+  Rate3,
+  Rate4,
+  Rate5,
+  Flag,
+  Unflag,
+  Reject,
+  Settings,
+  About,
+};
+
+/// The actions behind menus, pop-up menus and shortcuts, made from one table.
+class MainActions : public QObject {
+  Q_OBJECT
+ public:
+  explicit MainActions(QWidget* window);
+
+  QAction* Get(Command command) const { return actions_.at(command); }
+  /// File, Edit, View, Catalogue, Photo, Tools, Help.
+  void FillMenuBar(QMenuBar* bar) const;
+  /// What there is to do with the selected photos.
+  void FillRatingMenu(QMenu* menu) const;
+  void FillFlagMenu(QMenu* menu) const;
+
+  /// Commands that need a selection, or photos in the list.
+  void SetSelected(int count);
+  /// Whether user values may be edited.
+  void SetEditable(bool editable);
+
+ Q_SIGNALS:
+  void Triggered(zqm::Command command);
+
+ private:
+  std::map<Command, QAction*> actions_;
+};
+
+}  // namespace zqm

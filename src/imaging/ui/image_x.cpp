@@ -1,0 +1,337 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "imaging/ui/image_x.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "shell/ui/look.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+constexpr double kSmallestScale = 0.01, kLargestScale = 32;
+constexpr double kWheelStep = 1.2;  // a notch
+constexpr double kKeyStep = 1.25;
+constexpr double kPixelsShowFrom = 2;   // from here single pixels are what the user looks at
+constexpr double kEnoughPixels = 1.05;  // device pixels of an image pixel before it looks soft
+constexpr int kLineStep = 40;
+constexpr int kMessageMargin = look::kSpace24;
+
+constexpr std::array<QStringView, 2> kModes = {u"SCROLL", u"MOUSEWHEELZOOM"};
+
+/// The mean of each two by two pixels.
+QImage Halved(const QImage& image) {
+  const QSize size((image.width() + 1) / 2, (image.height() + 1) / 2);
+  if (image.format() != QImage::Format_RGB32)
+    return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  QImage half(size, QImage::Format_RGB32);
+  // Two channels at a time; the two bits that the sum of four needs fit between them.
+  constexpr quint32 kEven = 0x00ff00ff, kRound = 0x00020002;
+  const auto evens = [](QRgb pixel) { return pixel & kEven; };
+  const auto odds = [](QRgb pixel) { return (pixel >> 8) & kEven; };
+  for (int y = 0; y < size.height(); ++y) {
+    const auto* above = reinterpret_cast<const QRgb*>(image.constScanLine(2 * y));
+    const auto* below =
+        reinterpret_cast<const QRgb*>(image.constScanLine(std::min(2 * y + 1, image.height() - 1)));
+    auto* out = reinterpret_cast<QRgb*>(half.scanLine(y));
+    for (int x = 0; x < size.width(); ++x) {
+      const int left = 2 * x, right = std::min(2 * x + 1, image.width() - 1);
+      const quint32 even =
+          evens(above[left]) + evens(above[right]) + evens(below[left]) + evens(below[right]);
+      const quint32 odd =
+          odds(above[left]) + odds(above[right]) + odds(below[left]) + odds(below[right]);
+      out[x] = (((even + kRound) >> 2) & kEven) | ((((odd + kRound) >> 2) & kEven) << 8);
+    }
+  }
+  return half;
+}
+
+}  // namespace
+
+ImageX::ImageX(QWidget* parent) : QAbstractScrollArea(parent) {
+  setFrameShape(QFrame::NoFrame);
+  setFocusPolicy(Qt::StrongFocus);
+  viewport()->setMouseTracking(true);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  horizontalScrollBar()->setSingleStep(kLineStep);
+  verticalScrollBar()->setSingleStep(kLineStep);
+}
+
+void ImageX::ShowImage(const QImage& image, const QSize& fullSize, KeepView keep) {
+  if (image.isNull()) return Clear();
+  const QPointF middle = QRectF(viewport()->rect()).center();
+  const QPointF before = ToBitmap(middle);
+  const QSize sizeBefore = fullSize_;
+  const bool keeps = keep == KeepView::SamePhoto && HasImage() && !fit_;
+  const bool plain =
+      image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_Grayscale8;
+  levels_ = {plain ? image : image.convertToFormat(QImage::Format_ARGB32_Premultiplied)};
+  fullSize_ = fullSize.isEmpty() ? image.size() : fullSize;
+  asked_ = false;
+  if (!keeps) {
+    Fit();
+  } else {
+    // A stand-in may have told another size.
+    const double ratio = static_cast<double>(fullSize_.width()) / sizeBefore.width();
+    scale_ = std::clamp(scale_ / ratio, kSmallestScale, kLargestScale);
+    UpdateScrollBars();
+    const QPointF now = Origin() + before * ratio * scale_ / devicePixelRatioF();
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(now.x() - middle.x()));
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(now.y() - middle.y()));
+    AskForPixels();
+  }
+  viewport()->update();
+  Q_EMIT OnImageChange();
+}
+
+void ImageX::Clear() {
+  if (!HasImage()) return;
+  levels_.clear();
+  fullSize_ = QSize();
+  scale_ = 1;
+  fit_ = true;
+  UpdateScrollBars();
+  viewport()->update();
+  Q_EMIT OnImageChange();
+}
+
+void ImageX::SetMessage(const QString& message) {
+  if (message == message_) return;
+  message_ = message;
+  setAccessibleDescription(message);
+  viewport()->update();
+}
+
+// The view.
+
+QSizeF ImageX::ShownSize() const {
+  return QSizeF(fullSize_) * (scale_ / devicePixelRatioF());
+}
+
+/// Where the picture's corner lies in the viewport: in the middle what is smaller than the view.
+QPointF ImageX::Origin() const {
+  const QSizeF shown = ShownSize();
+  const QSizeF room = viewport()->size();
+  const double x = shown.width() <= room.width() ? (room.width() - shown.width()) / 2
+                                                 : -horizontalScrollBar()->value();
+  const double y = shown.height() <= room.height() ? (room.height() - shown.height()) / 2
+                                                   : -verticalScrollBar()->value();
+  // On whole device pixels, or a picture that fits exactly would be blurred.
+  const double ratio = devicePixelRatioF();
+  return {std::round(x * ratio) / ratio, std::round(y * ratio) / ratio};
+}
+
+QPointF ImageX::ToBitmap(const QPointF& at) const {
+  return (at - Origin()) * (devicePixelRatioF() / scale_);
+}
+
+double ImageX::ToBitmapX(double x) const {
+  return ToBitmap({x, 0}).x();
+}
+double ImageX::ToBitmapY(double y) const {
+  return ToBitmap({0, y}).y();
+}
+
+double ImageX::FitScale() const {
+  // The room without scroll bars, which are gone once the picture fits.
+  const QSizeF room = QSizeF(maximumViewportSize()) * devicePixelRatioF();
+  if (fullSize_.isEmpty() || room.isEmpty()) return 1;
+  return std::max(kSmallestScale, std::min({1.0, room.width() / fullSize_.width(),
+                                            room.height() / fullSize_.height()}));
+}
+
+void ImageX::Fit() {
+  fit_ = true;
+  if (!HasImage()) return;
+  scale_ = FitScale();
+  UpdateScrollBars();
+  AskForPixels();
+  viewport()->update();
+  Q_EMIT OnViewChange();
+}
+
+void ImageX::SetZoom(double percent) {
+  SetScale(percent / 100, QRectF(viewport()->rect()).center());
+}
+
+void ImageX::SetScale(double scale, const QPointF& about) {
+  if (!HasImage()) return;
+  const QPointF pixel = ToBitmap(about);
+  fit_ = false;
+  scale_ = std::clamp(scale, kSmallestScale, kLargestScale);
+  UpdateScrollBars();
+  const QPointF now = Origin() + pixel * (scale_ / devicePixelRatioF());
+  horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(now.x() - about.x()));
+  verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(now.y() - about.y()));
+  AskForPixels();
+  viewport()->update();
+  Q_EMIT OnViewChange();
+}
+
+void ImageX::UpdateScrollBars() {
+  const QSizeF shown = HasImage() ? ShownSize() : QSizeF(0, 0);
+  const auto set = [](QScrollBar* bar, double length, int room) {
+    // Half a pixel over is rounding and no reason for a scroll bar.
+    bar->setRange(0, std::max(0, static_cast<int>(std::ceil(length - 0.5)) - room));
+    bar->setPageStep(room);
+  };
+  // A bar that comes takes room from the other direction.
+  for (int pass = 0; pass < 2; ++pass) {
+    set(horizontalScrollBar(), shown.width(), viewport()->width());
+    set(verticalScrollBar(), shown.height(), viewport()->height());
+  }
+  UpdateCursor();
+}
+
+void ImageX::AskForPixels() {
+  if (asked_ || !HasImage()) return;
+  const QImage& image = levels_.front();
+  const double devicePerImagePixel =
+      scale_ * fullSize_.width() / static_cast<double>(image.width());
+  if (image.width() >= fullSize_.width() || devicePerImagePixel <= kEnoughPixels) return;
+  asked_ = true;
+  Q_EMIT FullSizeWanted();
+}
+
+/// The smallest level that still has a pixel for each of the device.
+const QImage& ImageX::LevelFor(double deviceScale) {
+  std::size_t level = 0;
+  while (deviceScale <= 0.5 && levels_[level].width() > 1 && levels_[level].height() > 1) {
+    deviceScale *= 2;
+    ++level;
+    if (level == levels_.size()) levels_.push_back(Halved(levels_.back()));
+  }
+  return levels_[level];
+}
+
+void ImageX::paintEvent(QPaintEvent*) {
+  QPainter painter(viewport());
+  painter.fillRect(viewport()->rect(), QColor(look::kGround));
+  if (HasImage()) {
+    const QRectF target(Origin(), ShownSize());
+    const double deviceScale =
+        scale_ * fullSize_.width() / static_cast<double>(levels_.front().width());
+    const QImage& level = LevelFor(deviceScale);
+    const QSizeF device = target.size() * devicePixelRatioF();
+    const QSizeF off = device - QSizeF(level.size());
+    if (std::abs(off.width()) < 1 && std::abs(off.height()) < 1) {
+      QImage exact = level;
+      exact.setDevicePixelRatio(devicePixelRatioF());
+      painter.drawImage(target.topLeft(), exact);
+    } else {
+      const QRectF visible = target & QRectF(viewport()->rect());
+      const double sx = level.width() / target.width(), sy = level.height() / target.height();
+      const QPointF from = visible.topLeft() - target.topLeft();
+      const QRectF source(from.x() * sx, from.y() * sy, visible.width() * sx,
+                          visible.height() * sy);
+      painter.setRenderHint(QPainter::SmoothPixmapTransform, deviceScale < kPixelsShowFrom);
+      painter.drawImage(visible, level, source);
+    }
+  }
+  if (message_.isEmpty()) return;
+  const QRect room = viewport()->rect().marginsRemoved(
+      {kMessageMargin, kMessageMargin, kMessageMargin, kMessageMargin});
+  painter.setPen(QColor(look::kQuiet));
+  painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, message_);
+}
+
+void ImageX::resizeEvent(QResizeEvent* event) {
+  QAbstractScrollArea::resizeEvent(event);
+  if (fit_)
+    Fit();
+  else
+    UpdateScrollBars();
+  Q_EMIT OnViewChange();
+}
+
+void ImageX::scrollContentsBy(int, int) {
+  viewport()->update();
+  Q_EMIT OnViewChange();
+}
+
+// Mouse and keys.
+
+void ImageX::SetMouseInteract(const QString& mode, bool on) {
+  const QString upper = mode.toUpper();
+  if (std::ranges::find(kModes, QStringView(upper)) == kModes.end()) return;
+  if (on)
+    modes_.insert(upper);
+  else
+    modes_.remove(upper);
+  UpdateCursor();
+}
+
+bool ImageX::CanPan() const {
+  return GetMouseInteract(u"SCROLL"_s) &&
+         (horizontalScrollBar()->maximum() > 0 || verticalScrollBar()->maximum() > 0);
+}
+
+void ImageX::UpdateCursor() {
+  viewport()->setCursor(!CanPan()  ? Qt::ArrowCursor
+                        : panning_ ? Qt::ClosedHandCursor
+                                   : Qt::OpenHandCursor);
+}
+
+void ImageX::wheelEvent(QWheelEvent* event) {
+  const int turned = event->angleDelta().y();
+  if (!GetMouseInteract(u"MOUSEWHEELZOOM"_s) || turned == 0)
+    return QAbstractScrollArea::wheelEvent(event);
+  constexpr double kNotch = 120;  // eighths of a degree
+  SetScale(scale_ * std::pow(kWheelStep, turned / kNotch), event->position());
+  event->accept();
+}
+
+void ImageX::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && CanPan()) {
+    panning_ = true;
+    panFrom_ = event->pos();
+    UpdateCursor();
+  }
+  Q_EMIT OnMouseDown(ToBitmap(event->position()), event->button());
+}
+
+void ImageX::mouseMoveEvent(QMouseEvent* event) {
+  if (panning_) {
+    const QPoint moved = event->pos() - panFrom_;
+    panFrom_ = event->pos();
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - moved.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - moved.y());
+  }
+  Q_EMIT OnMouseMove(ToBitmap(event->position()));
+}
+
+void ImageX::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) panning_ = false;
+  UpdateCursor();
+  Q_EMIT OnMouseUp(ToBitmap(event->position()), event->button());
+}
+
+void ImageX::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  fit_ ? SetScale(1, event->position()) : Fit();
+}
+
+void ImageX::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+      return SetZoom(Zoom() * kKeyStep);
+    case Qt::Key_Minus:
+      return SetZoom(Zoom() / kKeyStep);
+    case Qt::Key_0:
+      return Fit();
+    case Qt::Key_1:
+      return SetZoom(100);
+    default:
+      return QAbstractScrollArea::keyPressEvent(event);
+  }
+}
+
+}  // namespace zqm

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/ui/message_boxes.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <array>
+#include <utility>
+
+#include "shell/messages.h"
+
+namespace zqm {
+namespace {
+
+constexpr std::pair<MessageKind, QMessageBox::Icon> kIcons[] = {
+    {MessageKind::Plain, QMessageBox::NoIcon},
+    {MessageKind::Information, QMessageBox::Information},
+    {MessageKind::Warning, QMessageBox::Warning},
+    {MessageKind::Critical, QMessageBox::Critical},
+    {MessageKind::Question, QMessageBox::Question},
+};
+
+struct ButtonSet {
+  Buttons buttons;
+  QMessageBox::StandardButtons shown;
+  QMessageBox::StandardButton refuses;  ///< what Escape and the window's own button mean
+};
+constexpr ButtonSet kButtonSets[] = {
+    {Buttons::Ok, QMessageBox::Ok, QMessageBox::Ok},
+    {Buttons::OkCancel, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel},
+    {Buttons::YesNo, QMessageBox::Yes | QMessageBox::No, QMessageBox::No},
+};
+
+constexpr std::pair<int, Answer> kAnswers[] = {
+    {QMessageBox::Ok, Answer::Ok},
+    {QMessageBox::Cancel, Answer::Cancel},
+    {QMessageBox::Yes, Answer::Yes},
+    {QMessageBox::No, Answer::No},
+};
+
+template <class Rows, class Key>
+auto ValueOf(const Rows& rows, Key key) {
+  for (const auto& [name, value] : rows)
+    if (name == key) return value;
+  return std::begin(rows)->second;
+}
+
+Answer ShowMessage(const QString& text, MessageKind kind, Buttons buttons) {
+  QMessageBox box(QApplication::activeWindow());
+  box.setWindowTitle(QString::fromUtf16(kMessageTitle));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(text);
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  box.setIcon(ValueOf(kIcons, kind));
+  for (const ButtonSet& set : kButtonSets) {
+    if (set.buttons != buttons) continue;
+    box.setStandardButtons(set.shown);
+    box.setEscapeButton(set.refuses);
+    box.setDefaultButton(set.refuses);
+  }
+  return ValueOf(kAnswers, box.exec());
+}
+
+QString ShowPicker(const PickRequest& request) {
+  QWidget* parent = QApplication::activeWindow();
+  const QString filters = request.filters.join(QStringLiteral(";;"));
+  switch (request.what) {
+    case PickRequest::What::OpenFile:
+      return QFileDialog::getOpenFileName(parent, request.title, request.start, filters);
+    case PickRequest::What::SaveFile:
+      return QFileDialog::getSaveFileName(parent, request.title, request.start, filters);
+    case PickRequest::What::Folder:
+      break;
+  }
+  return QFileDialog::getExistingDirectory(parent, request.title, request.start);
+}
+
+}  // namespace
+
+void UseMessageBoxes() {
+  SetMessageHandler(ShowMessage);
+  SetPickHandler(ShowPicker);
+}
+
+}  // namespace zqm
