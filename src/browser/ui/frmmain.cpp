@@ -150,6 +150,7 @@ void frmmain::ComposeStatusBar() {
   status_->setObjectName(u"lblstatus"_s);
   zoom_->setObjectName(u"lblzoom"_s);
   statusBar()->setSizeGripEnabled(false);
+  statusBar()->setContentsMargins(look::kSpace8, 0, look::kSpace8, 0);
   statusBar()->addWidget(status_, 1);
   statusBar()->addPermanentWidget(zoom_);
 }

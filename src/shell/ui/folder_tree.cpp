@@ -244,6 +244,12 @@ void FolderTree::Reveal() {
   scrollTo(at, PositionAtCenter);
 }
 
+void FolderTree::focusInEvent(QFocusEvent* event) {
+  // The view makes the first row current when there is none; that is no choice of the user's.
+  const QScopedValueRollback quiet(quiet_, true);
+  QTreeView::focusInEvent(event);
+}
+
 void FolderTree::currentChanged(const QModelIndex& now, const QModelIndex& before) {
   QTreeView::currentChanged(now, before);
   const QString path = PathOf(now);

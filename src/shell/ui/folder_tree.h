@@ -49,6 +49,7 @@ class FolderTree : public QTreeView {
  protected:
   void currentChanged(const QModelIndex& now, const QModelIndex& before) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
 
  private:
   QStandardItem* MakeItem(const QString& caption, const QString& path, const char* icon) const;

@@ -11,6 +11,11 @@
 #include <QStyleFactory>
 #include <QToolButton>
 
+/// The linker leaves out resources of a library that nobody names.
+static void NameResources() {
+  Q_INIT_RESOURCE(look);
+}
+
 namespace zqm::look {
 namespace {
 
@@ -65,6 +70,15 @@ QToolButton[role="icon"]:focus { min-width: 24px; max-width: 24px; min-height: 2
   max-height: 24px; }
 
 QCheckBox, QRadioButton { spacing: 8px; min-height: 24px; }
+QCheckBox::indicator, QListView::indicator, QTreeView::indicator { width: 14px; height: 14px;
+  background: @raised; border: 1px solid #808080; border-radius: 3px; }
+QCheckBox::indicator:hover, QListView::indicator:hover, QTreeView::indicator:hover {
+  border-color: @text; }
+QCheckBox::indicator:checked, QListView::indicator:checked, QTreeView::indicator:checked {
+  background: @accent; border-color: @accent; image: url(":/look/tick.svg"); }
+QCheckBox::indicator:focus { border: 1px solid @accent; }
+QCheckBox::indicator:disabled, QListView::indicator:disabled, QTreeView::indicator:disabled {
+  background: @panel; border-color: @line; }
 QListView, QTreeView, QTableView { background: @panel; border: 1px solid @line; border-radius: 4px;
   outline: none; alternate-background-color: #2e2e2e; }
 QListView[role="bare"], QTreeView[role="bare"] { border: none; border-radius: 0; }
@@ -188,6 +202,7 @@ Widget* WithRole(Widget* widget, const char* role) {
 }  // namespace
 
 void Apply(QApplication& application) {
+  NameResources();
   QIcon::setThemeName(QStringLiteral("breeze-dark"));
   QIcon::setFallbackThemeName(QStringLiteral("breeze"));
   application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));

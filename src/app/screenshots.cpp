@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Draws every window with sample data, so that a person can look at the whole program at once.
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QListWidget>
+#include <QSettings>
+#include <QTabWidget>
+#include <cstdio>
+#include <memory>
+
+#include "app/start/start_windows.h"
+#include "browser/ui/frmmain.h"
+#include "cataloguing/ui/frmcatalog.h"
+#include "imaging/ui/image_multi_x.h"
+#include "session/ui/frmsettings.h"
+#include "shell/files.h"
+#include "shell/locale_info.h"
+#include "shell/session_folders.h"
+#include "shell/ui/folder_tree.h"
+#include "shell/ui/frmerror.h"
+#include "shell/ui/look.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace zqm;
+
+constexpr std::chrono::milliseconds kRest(400);
+
+/// Lets windows load what they show.
+void Settle(std::chrono::milliseconds time = kRest) {
+  const QDeadlineTimer rest(time);
+  while (!rest.hasExpired())
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+}
+
+class Studio {
+ public:
+  Studio(Session& session, QString photos, QString out, QString suffix, QSize size)
+      : session_(session),
+        photos_(std::move(photos)),
+        out_(std::move(out)),
+        suffix_(std::move(suffix)),
+        size_(size) {}
+
+  bool Failed() const { return failed_; }
+
+  void MainWindow() {
+    frmmain window(session_);
+    window.resize(size_);
+    window.show();
+    auto* list = window.findChild<ImageMultiX*>(u"ImageMultiX1"_s);
+    const QStringList names = QDir(photos_).entryList({u"*.jpg"_s}, QDir::Files);
+    window.OpenPath(photos_);
+    Settle(kRest * 3);
+    Take(window, u"main-folder"_s);
+    const auto pick = [&](QList<int> rows) {
+      QStringList paths;
+      for (const int row : rows)
+        paths.append(photos_ + u'/' + names.value(row));
+      list->SelectPaths(paths);
+      Settle(kRest * 2);
+    };
+    pick({2});
+    Take(window, u"main-photo"_s);
+    auto* info = window.findChild<QTabWidget*>(u"cmdinfo"_s);
+    info->setCurrentIndex(1);
+    Take(window, u"main-properties"_s);
+    info->setCurrentIndex(2);
+    Take(window, u"main-metadata"_s);
+    info->setCurrentIndex(0);
+    Trigger(window, u"mnumultiplerows");
+    pick({1, 4, 6});
+    Take(window, u"main-selected"_s);
+    const QString away = photos_ + u'/' + names.value(3);
+    const QString hidden = photos_ + u"/.away"_s;
+    if (QFile::rename(away, hidden)) {
+      Trigger(window, u"mnushowcatalogue");
+      list->SelectPaths({away});
+      Settle(kRest * 2);
+      Take(window, u"main-offline"_s);
+      list->clearSelection();
+      Take(window, u"main-catalogue"_s);
+      QFile::rename(hidden, away);
+    }
+    const QString empty = photos_ + u"/empty"_s;
+    QDir().mkpath(empty);
+    window.OpenPath(empty);
+    Settle();
+    Take(window, u"main-empty"_s);
+    QDir().rmdir(empty);
+  }
+
+  void Dialogs() {
+    frmstart start;
+    Show(start, u"frmstart"_s);
+    frmintro intro;
+    intro.show();
+    intro.SetStatus(u"Initializing Search Engine..."_s);
+    Show(intro, u"frmintro"_s);
+    frmcheckDB check({u"Holidays.mdb"_s, u"Zolmira QM.mdb"_s});
+    Show(check, u"frmcheckDB"_s);
+    frmsettings settings(session_);
+    auto* pages = settings.findChild<QListWidget*>(u"lstsettings"_s);
+    for (int page = 0; page < pages->count(); ++page) {
+      pages->setCurrentRow(page);
+      Show(settings, u"frmsettings-%1"_s.arg(page + 1));
+    }
+    frmcatalog import(session_, nullptr, photos_);
+    import.show();
+    import.findChild<QAbstractButton*>(u"Check1"_s)->setChecked(true);
+    Settle(kRest * 3);
+    auto* tree = import.findChild<FolderTree*>(u"FolderTreeview1"_s);
+    tree->model()->setData(tree->currentIndex(), Qt::Checked, Qt::CheckStateRole);
+    Show(import, u"frmcatalog"_s);
+    FailureList failures{u"The following files could not be added to the database:"_s, {}};
+    failures.Add(photos_ + u"/Fog on the lake.jpg"_s, u"File already exists in database"_s);
+    failures.Add(photos_ + u"/gone.jpg"_s, u"File is offline or missing"_s);
+    frmerror error;
+    error.SetFailures(failures);
+    Show(error, u"frmerror"_s);
+    frmbug bug;
+    bug.SetFailures(failures);
+    Show(bug, u"frmbug"_s);
+  }
+
+ private:
+  static void Trigger(const QWidget& window, const char16_t* action) {
+    window.findChild<QAction*>(QString::fromUtf16(action))->trigger();
+    Settle();
+  }
+  void Show(QWidget& window, const QString& name) {
+    window.show();
+    Settle();
+    Take(window, name);
+  }
+  void Take(QWidget& window, const QString& name) {
+    Settle(kRest / 2);
+    const QString path = out_ + u'/' + name + suffix_ + u".png"_s;
+    if (window.grab().save(path)) return;
+    std::fprintf(stderr, "%s: could not be written\n", qUtf8Printable(path));
+    failed_ = true;
+  }
+
+  Session& session_;
+  QString photos_, out_, suffix_;
+  QSize size_;
+  bool failed_ = false;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  UseSystemLocale();
+  QCommandLineParser parser;
+  for (const char16_t* name : {u"home", u"photos", u"out", u"suffix", u"width", u"height"})
+    parser.addOption({QString::fromUtf16(name), QString(), u"VALUE"_s});
+  parser.addOption({u"main-only"_s, QString()});
+  parser.process(application);
+  const SessionFolders folders = ResolveSessionFolders(AbsolutePath(parser.value(u"home"_s)));
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folders.AppDataPath);
+  look::Apply(application);
+  Session session(folders);
+  if (!session.PrepareFolders() || !session.LockHome() || !session.Activate(u"Zolmira QM.mdb"_s)) {
+    std::fputs("the sample catalogue can't be opened\n", stderr);
+    return 1;
+  }
+  Studio studio(session, AbsolutePath(parser.value(u"photos"_s)), parser.value(u"out"_s),
+                parser.value(u"suffix"_s),
+                {parser.value(u"width"_s).toInt(), parser.value(u"height"_s).toInt()});
+  studio.MainWindow();
+  if (!parser.isSet(u"main-only"_s)) studio.Dialogs();
+  return studio.Failed() ? 1 : 0;
+}
