@@ -15,8 +15,8 @@ namespace zqm {
 namespace {
 
 constexpr int kStars = 5;
-constexpr int kStarWidth = 26;
-constexpr qreal kOuterRadius = 9;
+constexpr int kStarWidth = 22;
+constexpr qreal kOuterRadius = 8.5;
 constexpr qreal kInnerRadius = 3.8;
 
 QPainterPath Star(const QPointF& centre) {

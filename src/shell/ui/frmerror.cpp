@@ -160,7 +160,7 @@ void frmerror::SetFailures(const FailureList& failures) {
       failures.rows.size() == 1
           ? tr("1 file")
           : tr("%1 files").arg(QLocale().toString(static_cast<int>(failures.rows.size()))));
-  table_->setColumnWidth(FailureModel::File, sizeHint().width() * 6 / 10);
+  table_->setColumnWidth(FailureModel::File, sizeHint().width() / 2);
 }
 
 void frmerror::CopyRows() const {

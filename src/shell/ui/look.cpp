@@ -7,6 +7,7 @@
 #include <QLayout>
 #include <QPalette>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QToolButton>
@@ -76,12 +77,21 @@ QCheckBox::indicator:hover, QListView::indicator:hover, QTreeView::indicator:hov
   border-color: @text; }
 QCheckBox::indicator:checked, QListView::indicator:checked, QTreeView::indicator:checked {
   background: @accent; border-color: @accent; image: url(":/look/tick.svg"); }
+QRadioButton::indicator { width: 14px; height: 14px; background: @raised;
+  border: 1px solid #808080; border-radius: 8px; }
+QRadioButton::indicator:hover { border-color: @text; }
+QRadioButton::indicator:checked { border-color: @accent; background: qradialgradient(cx: 0.5,
+  cy: 0.5, radius: 0.5, fx: 0.5, fy: 0.5, stop: 0 @accent, stop: 0.5 @accent, stop: 0.6 @raised,
+  stop: 1 @raised); }
+QRadioButton::indicator:disabled { background: @panel; border-color: @line; }
+QRadioButton::indicator:focus { border: 1px solid @accent; }
 QCheckBox::indicator:focus { border: 1px solid @accent; }
 QCheckBox::indicator:disabled, QListView::indicator:disabled, QTreeView::indicator:disabled {
   background: @panel; border-color: @line; }
 QListView, QTreeView, QTableView { background: @panel; border: 1px solid @line; border-radius: 4px;
   outline: none; alternate-background-color: #2e2e2e; }
 QListView[role="bare"], QTreeView[role="bare"] { border: none; border-radius: 0; }
+QTableView::item { padding: 0 8px; }
 QListView[role="thumbnails"] { background: @ground; border: none; border-radius: 0; }
 QListView[role="bare"]:focus, QTreeView[role="bare"]:focus, QListView[role="thumbnails"]:focus {
   border: none; }
@@ -203,6 +213,11 @@ Widget* WithRole(Widget* widget, const char* role) {
 
 void Apply(QApplication& application) {
   NameResources();
+  // A desktop that the toolkit doesn't know names no folders of icons.
+  QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() +
+                             QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
+                                                       QStringLiteral("icons"),
+                                                       QStandardPaths::LocateDirectory));
   QIcon::setThemeName(QStringLiteral("breeze-dark"));
   QIcon::setFallbackThemeName(QStringLiteral("breeze"));
   application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
