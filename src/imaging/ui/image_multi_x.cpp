@@ -94,6 +94,17 @@ void ImageMultiX::SetEmptyText(const QString& text) {
   viewport()->update();
 }
 
+void ImageMultiX::dataChanged(const QModelIndex& first, const QModelIndex& last,
+                              const QList<int>& roles) {
+  // Pictures and marks change no cell's size; the base class would lay the list out anew for each.
+  if (roles.isEmpty() || roles.contains(Qt::DisplayRole))
+    return QListView::dataChanged(first, last, roles);
+  if (first == last)
+    update(first);
+  else
+    viewport()->update();
+}
+
 // What is in view.
 
 void ImageMultiX::updateGeometries() {

@@ -52,6 +52,8 @@ class ImageMultiX : public QListView {
   void wheelEvent(QWheelEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void selectionChanged(const QItemSelection& now, const QItemSelection& before) override;
+  void dataChanged(const QModelIndex& first, const QModelIndex& last,
+                   const QList<int>& roles) override;
   void updateGeometries() override;
   void reset() override;
 
