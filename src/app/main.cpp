@@ -4,6 +4,9 @@
 #include <QCommandLineParser>
 #include <QScreen>
 #include <QSettings>
+#include <cstdio>
+#include <optional>
+#include <string_view>
 
 #include "app/start/start_up.h"
 #include "shell/error.h"
@@ -21,45 +24,84 @@ namespace {
 
 using namespace zqm;
 
-StartOptions ReadOptions(const QApplication& application) {
+constexpr int kExitUsage = 2;
+constexpr int kExitUnexpected = 3;
+
+/// What the arguments ask for, or nothing when they can't be understood. Help and version end the
+/// process.
+std::optional<StartOptions> ReadOptions(const QStringList& arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(u"Zolmira QM photo manager"_s);
-  parser.addHelpOption();
-  parser.addVersionOption();
+  const QCommandLineOption help = parser.addHelpOption();
+  const QCommandLineOption version = parser.addVersionOption();
   const QCommandLineOption home(
       u"home"_s, u"Keep documents, settings and scratch files under DIR."_s, u"DIR"_s);
-  const QCommandLineOption catalogue(u"catalogue"_s, u"The catalogue to load."_s, u"NAME"_s);
-  parser.addOptions({home, catalogue});
-  parser.addPositionalArgument(u"path"_s, u"A photo or a folder to browse."_s, u"[path...]"_s);
-  parser.process(application);
+  const QCommandLineOption catalogue(u"catalogue"_s,
+                                     u"The catalogue to load, with or without .mdb."_s, u"NAME"_s);
+  const QCommandLineOption samples(
+      u"offer-samples"_s, u"Ask once whether to draw sample photos for an empty catalogue."_s);
+  parser.addOptions({home, catalogue, samples});
+  parser.addPositionalArgument(u"path"_s, u"A photo or a folder to browse."_s, u"[path]"_s);
+  const bool parsed = parser.parse(arguments);
+  if (parsed && parser.isSet(help)) parser.showHelp();
+  if (parsed && parser.isSet(version)) parser.showVersion();
+  const bool noHome = parser.isSet(home) && parser.value(home).isEmpty();
+  if (!parsed || noHome) {
+    const QString problem = parsed ? u"--home: is empty"_s : parser.errorText();
+    std::fprintf(stderr, "%s\n", problem.toUtf8().constData());
+    return std::nullopt;
+  }
   StartOptions options;
-  options.home = parser.value(home).isEmpty() ? QString() : AbsolutePath(parser.value(home));
+  if (parser.isSet(home)) options.home = AbsolutePath(parser.value(home));
   options.catalogue = parser.value(catalogue);
-  if (!options.catalogue.isEmpty() && !options.catalogue.endsWith(u".mdb"))
-    options.catalogue += u".mdb"_s;
+  options.offerSamples = parser.isSet(samples);
   for (const QString& path : parser.positionalArguments())
-    options.paths.append(AbsolutePath(path));
+    if (!path.isEmpty()) options.paths.append(AbsolutePath(path));
   return options;
 }
 
+/// The toolkit ends the process with a fault where it finds no display.
+bool DisplayIsThere(int argc, char** argv) {
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    if (!qEnvironmentVariableIsEmpty(name)) return true;
+  for (int i = 1; i < argc; ++i)
+    if (const std::string_view word = argv[i]; word == "-platform" || word == "--platform")
+      return true;
+  return false;
+}
+
+void NameProgram() {
+  QCoreApplication::setApplicationName(u"Zolmira QM"_s);
+  QCoreApplication::setApplicationVersion(ProgramVersion());
+}
+
+int RunWithoutDisplay(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  NameProgram();
+  if (ReadOptions(QCoreApplication::arguments()))
+    std::fputs("zolmira-qm needs a display; zqm does its work without one.\n", stderr);
+  return kExitUsage;
+}
+
 int Run(QApplication& application) {
-  const StartOptions options = ReadOptions(application);
-  const SessionFolders folders = ResolveSessionFolders(options.home);
+  const std::optional<StartOptions> options = ReadOptions(QCoreApplication::arguments());
+  if (!options) return kExitUsage;
+  const SessionFolders folders = ResolveSessionFolders(options->home);
   // The layout of windows, too, stays in a home of its own.
-  if (!options.home.isEmpty())
+  if (!options->home.isEmpty())
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                        folders.AppDataPath + u"/config"_s);
   look::Apply(application);
+  QApplication::setWindowIcon(QIcon(u":/app/zolmira-qm.svg"_s));
   UseMessageBoxes();
-  const QScreen* screen = QApplication::primaryScreen();
-  if (screen != nullptr) {
+  if (const QScreen* screen = QApplication::primaryScreen()) {
     const QSize pixels = (QSizeF(screen->size()) * screen->devicePixelRatio()).toSize();
     if (const auto tooSmall = ScreenTooSmall(pixels)) {
       MsgBox(*tooSmall, MessageKind::Warning);
       return 0;
     }
   }
-  StartUp start(options, folders);
+  StartUp start(*options, folders);
   QObject::connect(&start, &StartUp::Finished, &application,
                    [](int exitCode) { QApplication::exit(exitCode); });
   return start.Begin() ? QApplication::exec() : start.ExitCode();
@@ -68,13 +110,13 @@ int Run(QApplication& application) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (!DisplayIsThere(argc, argv)) return RunWithoutDisplay(argc, argv);
   QApplication application(argc, argv);
-  QApplication::setApplicationName(u"Zolmira QM"_s);
-  QApplication::setApplicationVersion(ProgramVersion());
+  NameProgram();
   QApplication::setDesktopFileName(u"zolmira-qm"_s);
   QApplication::setQuitOnLastWindowClosed(false);
   UseSystemLocale();
-  int exitCode = 3;
+  int exitCode = kExitUnexpected;
   Guarded("main_module", "Main", [&] { exitCode = Run(application); });
   return exitCode;
 }

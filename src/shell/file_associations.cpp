@@ -131,13 +131,15 @@ bool IsOurs(const MimeApps& list, const FileKind& kind) {
   });
 }
 
-/// An argument of an Exec line: quoted, with what is special inside quotes escaped.
+/// An argument of an Exec line: quoted, with what is special inside quotes escaped. The line is a
+/// text itself, in which each backslash is doubled.
 QByteArray ExecArgument(const QString& path) {
   QByteArray quoted = "\"";
   for (const char byte : path.toUtf8()) {
     if (byte == '"' || byte == '`' || byte == '$' || byte == '\\') quoted += "\\\\";
     if (byte == '%') quoted += '%';
     quoted += byte;
+    if (byte == '\\') quoted += byte;
   }
   return quoted + '"';
 }
@@ -167,6 +169,12 @@ std::span<const FileKind> FileKinds() {
 AssociationFolders UsersAssociationFolders() {
   return {QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation),
           QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation)};
+}
+
+AssociationFolders AssociationFoldersOf(const SessionFolders& session) {
+  const QString users = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  if (session.AppDataPath == StripSlash(users)) return UsersAssociationFolders();
+  return {session.AppDataPath + u"/config"_s, session.AppDataPath + u"/applications"_s};
 }
 
 bool IsAssociated(const AssociationFolders& folders, const FileKind& kind) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "shell/result.h"
+#include "shell/session_folders.h"
 
 namespace zqm {
 
@@ -27,6 +28,9 @@ struct AssociationFolders {
 };
 /// The desktop's own ("~/.config", "~/.local/share/applications").
 AssociationFolders UsersAssociationFolders();
+
+/// The desktop's own, or those of a session whose home is another one.
+AssociationFolders AssociationFoldersOf(const SessionFolders& session);
 
 /// Whether all types of the kind are opened with this program.
 bool IsAssociated(const AssociationFolders& folders, const FileKind& kind);

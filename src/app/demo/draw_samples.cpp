@@ -18,6 +18,7 @@ namespace {
 constexpr int kQuality = 92;
 // A picture in the making takes up to 200 MB.
 constexpr int kMostAtOnce = 4;
+constexpr int kBetweenProgress = 30;  // milliseconds
 
 Result<QByteArray> DrawPhoto(const demo::Sample& sample) {
   const QByteArray jpeg = EncodeJpeg(sample.draw(sample.size), kQuality);
@@ -39,8 +40,14 @@ class Studio {
     }
   }
 
+  /// What nobody will take is not begun.
+  ~Studio() { pool_.clear(); }
+
+  bool Wait(std::size_t index, int milliseconds) {
+    return jobs_[index]->done.tryAcquire(1, milliseconds);
+  }
+  /// After `Wait` has said so, once.
   Result<QByteArray> Take(std::size_t index) {
-    jobs_[index]->done.acquire();
     return std::exchange(jobs_[index]->photo, Failure{});
   }
 
@@ -55,6 +62,43 @@ class Studio {
 
 }  // namespace
 
+demo::DrawnSamples demo::DrawSamples(const std::vector<Sample>& samples, const QString& folder,
+                                     const DrawObserver& observer) {
+  const QString target = AbsolutePath(folder);
+  DrawnSamples drawn;
+  if (!QDir().mkpath(target)) {
+    drawn.failures.Add(target, u"Folder could not be made"_s);
+    return drawn;
+  }
+  const auto pathOf = [&target](const Sample& sample) {
+    return target + u'/' + QString::fromUtf16(sample.name);
+  };
+  std::vector<Sample> missing;
+  for (const Sample& sample : samples) {
+    if (QFileInfo::exists(pathOf(sample)))
+      drawn.failures.Add(pathOf(sample), u"File already exists"_s);
+    else
+      missing.push_back(sample);
+  }
+  Studio studio(missing);
+  const int total = static_cast<int>(missing.size());
+  for (int i = 0; i < total; ++i) {
+    const auto index = static_cast<std::size_t>(i);
+    const QString path = pathOf(missing[index]);
+    do {
+      if (!observer({i, total, path, drawn})) return drawn;
+    } while (!studio.Wait(index, kBetweenProgress));
+    const Result<QByteArray> photo = studio.Take(index);
+    const Outcome written =
+        photo ? WriteFileAtomically(path, *photo) : Outcome(Failure{photo.Reason()});
+    if (written)
+      drawn.paths.append(path);
+    else
+      drawn.failures.Add(path, written.Reason());
+  }
+  return drawn;
+}
+
 int demo::DrawSamples(const std::vector<Sample>& samples, const QString& folder,
                       const Console& console) {
   const QString target = AbsolutePath(folder);
@@ -62,41 +106,29 @@ int demo::DrawSamples(const std::vector<Sample>& samples, const QString& folder,
     console.Refuse(OnOneLine(target) + u": Folder could not be made"_s);
     return kExitSomeFailed;
   }
-  const auto pathOf = [&target](const Sample& sample) {
-    return target + u'/' + QString::fromUtf16(sample.name);
-  };
-  FailureList failures;
-  std::vector<Sample> missing;
-  for (const Sample& sample : samples) {
-    if (QFileInfo::exists(pathOf(sample)))
-      failures.Add(pathOf(sample), u"File already exists"_s);
-    else
-      missing.push_back(sample);
-  }
-  Studio studio(missing);
-  QStringList paths;
-  for (std::size_t i = 0; i < missing.size(); ++i) {
-    const QString path = pathOf(missing[i]);
-    console.Progress(u"Drawing %1 of %2"_s.arg(i + 1).arg(missing.size()));
-    const Result<QByteArray> photo = studio.Take(i);
-    const Outcome written =
-        photo ? WriteFileAtomically(path, *photo) : Outcome(Failure{photo.Reason()});
+  int begun = 0;
+  qsizetype told = 0;
+  const auto tell = [&](const DrawnSamples& drawn) {
     console.ClearProgress();
-    if (!written) {
-      failures.Add(path, written.Reason());
-      continue;
-    }
-    paths.append(path);
-    if (!console.Json()) console.Line(OnOneLine(path));
-  }
+    for (; !console.Json() && told < drawn.paths.size(); ++told)
+      console.Line(OnOneLine(drawn.paths[told]));
+  };
+  const DrawnSamples drawn = DrawSamples(samples, target, [&](const DrawProgress& progress) {
+    if (begun == progress.done + 1) return true;
+    begun = progress.done + 1;
+    tell(progress.soFar);
+    console.Progress(u"Drawing %1 of %2"_s.arg(begun).arg(progress.total));
+    return true;
+  });
+  tell(drawn);
   if (console.Json())
-    console.Document(QJsonDocument(QJsonArray::fromStringList(paths)));
+    console.Document(QJsonDocument(QJsonArray::fromStringList(drawn.paths)));
   else
-    console.Line(u"%1 %2 drawn in %3"_s.arg(QString::number(paths.size()),
-                                            paths.size() == 1 ? u"photo"_s : u"photos"_s,
+    console.Line(u"%1 %2 drawn in %3"_s.arg(QString::number(drawn.paths.size()),
+                                            drawn.paths.size() == 1 ? u"photo"_s : u"photos"_s,
                                             OnOneLine(target)));
-  console.Failures(failures);
-  return failures.Empty() ? kExitDone : kExitSomeFailed;
+  console.Failures(drawn.failures);
+  return drawn.failures.Empty() ? kExitDone : kExitSomeFailed;
 }
 
 }  // namespace zqm

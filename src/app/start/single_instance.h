@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+class QLocalSocket;
+
 namespace zqm {
 
 /// One window a home. The running one listens; a later start hands it the paths that it was given
@@ -16,19 +18,25 @@ class SingleInstance : public QObject {
   /// `folder` tells homes apart: the program's folder of application data.
   explicit SingleInstance(const QString& folder);
 
-  /// Whether a running window has taken the paths and come to the front.
+  /// Whether a running window has taken the paths and comes to the front.
   bool ActivatePrevInstance(const QStringList& paths) const;
   /// Hears later starts from now on. To be called by who holds the home's lock: what a killed
   /// process has left is cleared away.
   void Listen();
+  /// Hears none any more.
+  void Close() { server_.close(); }
+
+  /// Where the running one is reached.
+  const QString& Address() const { return address_; }
 
  Q_SIGNALS:
   void Activated(const QStringList& paths);
 
  private:
   void Greet();
+  void Hear(QLocalSocket& socket);
 
-  QString name_;
+  QString address_;
   QLocalServer server_;
 };
 

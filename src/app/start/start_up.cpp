@@ -5,8 +5,10 @@
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
+#include <QThread>
 #include <QTimer>
 
+#include "app/start/sample_offer.h"
 #include "app/start/start_windows.h"
 #include "browser/ui/frmmain.h"
 #include "shell/busy.h"
@@ -20,11 +22,24 @@ namespace zqm {
 namespace {
 
 constexpr QSize kSmallestScreen{1024, 768};
-constexpr std::chrono::seconds kRestartPatience(10);
+constexpr std::chrono::seconds kRestartPatience(15);
+// Two starts in the same moment: the one that is late gives the other time to listen.
+constexpr std::chrono::milliseconds kUsualPatience(1000);
+constexpr std::chrono::milliseconds kBetweenTries(200);
 constexpr int kExitUsage = 2;
 
-void TellFailure(const QString& text) {
-  MsgBox(text, MessageKind::Critical);
+/// An empty file.
+Outcome CreateTempFile(const QString& path) {
+  QFile file(path);
+  if (file.open(QFile::WriteOnly)) return {};
+  return Failure{path + u": "_s + file.errorString()};
+}
+
+/// The catalogue that was asked for by name, or nothing.
+QString CatalogueNamed(const QString& wanted, const QStringList& names) {
+  for (const QString& name : {wanted, wanted + u".mdb"_s})
+    if (names.contains(name)) return name;
+  return QString();
 }
 
 }  // namespace
@@ -40,6 +55,7 @@ std::optional<QString> ScreenTooSmall(const QSize& pixels) {
 
 StartUp::StartUp(StartOptions options, const SessionFolders& folders)
     : options_(std::move(options)),
+      folders_(folders),
       session_(std::make_unique<Session>(folders)),
       instance_(GetParentFolderName(folders.ScratchFolder())) {
   connect(&instance_, &SingleInstance::Activated, this, &StartUp::Raise);
@@ -48,55 +64,59 @@ StartUp::StartUp(StartOptions options, const SessionFolders& folders)
 StartUp::~StartUp() = default;
 
 QString StartUp::RestartMarker() const {
-  return session_->Folders().ScratchFolder() + u"/Optimize.txt"_s;
+  return folders_.ScratchFolder() + u"/Optimize.txt"_s;
 }
 
 bool StartUp::Begin() {
-  start_ = std::make_unique<frmstart>();
-  start_->show();
   Form_Load();
   return !ended_;
 }
 
+// The beginning.
+
 void StartUp::Form_Load() {
-  if (const Outcome prepared = session_->PrepareFolders(); !prepared) {
-    TellFailure(prepared.Reason());
-    return End(kExitUsage);
-  }
-  // A restarted program meets the one that is just ending, and must not take it for another.
-  restarted_ = FileExists(RestartMarker());
-  if (restarted_)
-    QFile::remove(RestartMarker());
-  else if (instance_.ActivatePrevInstance(options_.paths))
-    return End(0);
-  if (!WaitForLock()) {
-    TellFailure(QString::fromUtf16(kReasonRunning));
-    return End(kExitUsage);
+  start_ = std::make_unique<frmstart>();
+  if (const Outcome prepared = session_->PrepareFolders(); !prepared)
+    return Fail(prepared.Reason());
+  restarted_ = TakeRestartMarker();
+  if (!restarted_ && instance_.ActivatePrevInstance(options_.paths)) return End(0);
+  start_->show();
+  YieldToInterface();
+  if (const Outcome locked = WaitForLock(); !locked) {
+    if (instance_.ActivatePrevInstance(options_.paths)) return End(0);
+    return Fail(locked.Reason());
   }
   instance_.Listen();
   QTimer::singleShot(1, this,
                      [this] { Guarded("frmstart", "Timer1_Timer", [this] { Timer_Timer(); }); });
 }
 
-bool StartUp::WaitForLock() {
-  const QDeadlineTimer patience(restarted_ ? QDeadlineTimer(kRestartPatience)
-                                           : QDeadlineTimer(std::chrono::seconds(0)));
-  while (!session_->LockHome()) {
-    if (patience.hasExpired()) return false;
+/// Whether the instance that is just ending has started this one, which must not take it for
+/// another. Said once.
+bool StartUp::TakeRestartMarker() {
+  return FileExists(RestartMarker()) && QFile::remove(RestartMarker());
+}
+
+Outcome StartUp::WaitForLock() {
+  const QString running = QString::fromUtf16(kReasonRunning);
+  const QDeadlineTimer patience(restarted_ ? kRestartPatience : kUsualPatience);
+  for (;;) {
+    Outcome locked = session_->LockHome();
+    if (locked || locked.Reason() != running || patience.hasExpired()) return locked;
     QThread::msleep(20);
     YieldToInterface();
   }
-  return true;
 }
 
 void StartUp::Timer_Timer() {
   const QStringList names = session_->CatalogueNames();
-  if (names.isEmpty()) {
-    TellFailure(QString::fromUtf16(session_text::kNoCatalogue) +
-                session_->Folders().WorkingFolder());
-    return End(kExitUsage);
+  if (names.isEmpty())
+    return Fail(QString::fromUtf16(session_text::kNoCatalogue) + folders_.WorkingFolder());
+  if (!options_.catalogue.isEmpty()) {
+    const QString name = CatalogueNamed(options_.catalogue, names);
+    if (!name.isEmpty()) return Activate(name);
+    return Fail(QString::fromUtf16(session_text::kSelectCatalogue) + u'\n' + names.join(u'\n'));
   }
-  if (!options_.catalogue.isEmpty()) return Activate(options_.catalogue);
   if (names.size() == 1) return Activate(names.first());
   check_ = std::make_unique<frmcheckDB>(names);
   connect(check_.get(), &QDialog::rejected, this, [this] { End(0); });
@@ -107,63 +127,110 @@ void StartUp::Timer_Timer() {
 }
 
 void StartUp::Activate(const QString& name) {
+  // Whoever starts the program now is to see what is being loaded, not the choice again.
+  if (check_) check_.release()->deleteLater();
   frmintro intro;
   intro.show();
   YieldToInterface();
   const Outcome activated =
       session_->Activate(name, [&intro](const QString& status) { intro.SetStatus(status); });
   if (!activated) {
-    TellFailure(activated.Reason());
-    return End(kExitUsage);
+    intro.hide();
+    return Fail(activated.Reason());
   }
   try {
     main_ = std::make_unique<frmmain>(*session_);
   } catch (const Error& error) {
     // A catalogue that opens and can't be read is a lost one, not a fault of the program.
     if (error.Number() != error_number::kDatabase) throw;
-    TellFailure(QString::fromUtf16(session_text::kDamaged));
-    return End(kExitUsage);
+    intro.hide();
+    return Fail(QString::fromUtf16(session_text::kDamaged));
   }
-  connect(main_.get(), &frmmain::Closed, this, &StartUp::OnClosed);
+  connect(main_.get(), &frmmain::Closed, this, [this] {
+    instance_.Close();
+    // Not from inside the window's own event.
+    QTimer::singleShot(0, this,
+                       [this] { Guarded("frmmain", "Form_Unload", [this] { Unload(); }); });
+  });
   main_->show();
   start_.reset();
-  if (!options_.paths.isEmpty()) main_->OpenPath(options_.paths.first());
+  intro.hide();
   Q_EMIT Ready();
+  if (!options_.paths.isEmpty()) return OpenPaths();
+  if (!options_.offerSamples || !SamplesAreDue(*session_)) return;
+  QTimer::singleShot(0, main_.get(), [this] {
+    Guarded("frmmain", "OfferSamples", [this] {
+      const QString folder = OfferSamples(SamplesFolder(options_.home), main_.get());
+      if (!folder.isEmpty()) main_->OpenPath(folder);
+    });
+  });
 }
+
+// While it runs.
 
 void StartUp::Raise(const QStringList& paths) {
+  if (!paths.isEmpty()) options_.paths = paths;
   QWidget* window = main_ ? static_cast<QWidget*>(main_.get()) : check_.get();
-  if (window == nullptr) {
-    options_.paths += paths;
-    return;
-  }
-  window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-  window->show();
-  window->raise();
-  window->activateWindow();
-  if (paths.isEmpty()) return;
-  if (main_)
-    main_->OpenPath(paths.first());
-  else
-    options_.paths = paths;
+  // Still loading: the window comes by itself, and opens the paths.
+  if (window == nullptr) return;
+  const auto bring = [](QWidget* front) {
+    front->setWindowState(front->windowState() & ~Qt::WindowMinimized);
+    front->show();
+    front->raise();
+    front->activateWindow();
+  };
+  bring(window);
+  if (QWidget* dialog = QApplication::activeModalWidget()) bring(dialog);
+  if (main_) OpenPaths();
 }
 
-void StartUp::OnClosed() {
-  const bool restarts = main_->RestartRequested();
-  if (restarts) {
-    const QString marker = RestartMarker();
-    QFile file(marker);
-    if (!file.open(QFile::WriteOnly)) TellFailure(marker + u": "_s + file.errorString());
+void StartUp::OpenPaths() {
+  if (!main_ || options_.paths.isEmpty()) return;
+  // Not behind the back of a dialog.
+  if (QApplication::activeModalWidget() != nullptr) {
+    QTimer::singleShot(kBetweenTries, this,
+                       [this] { Guarded("frmmain", "OpenPath", [this] { OpenPaths(); }); });
+    return;
   }
-  QApplication::closeAllWindows();
+  const QString path = options_.paths.first();
+  options_.paths.clear();
+  main_->OpenPath(path);
+}
+
+// The end.
+
+void StartUp::Unload() {
+  const bool restarts = main_->RestartRequested();
+  if (restarts)
+    if (const Outcome marked = CreateTempFile(RestartMarker()); !marked)
+      MsgBox(marked.Reason(), MessageKind::Warning);
+  UnloadAllForms();
   if (restarts) Restart();
   End(0);
+}
+
+void StartUp::UnloadAllForms() {
+  start_.reset();
+  check_.reset();
+  main_.reset();
+  QApplication::closeAllWindows();
+  // The catalogue is closed and the home free before the next start asks for it.
+  session_.reset();
 }
 
 void StartUp::Restart() const {
   QStringList arguments;
   if (!options_.home.isEmpty()) arguments = {u"--home"_s, options_.home};
-  QProcess::startDetached(QApplication::applicationFilePath(), arguments);
+  if (QProcess::startDetached(QApplication::applicationFilePath(), arguments)) return;
+  QFile::remove(RestartMarker());
+  MsgBox(tr("Zolmira QM could not be started again. Please start it by hand."),
+         MessageKind::Warning);
+}
+
+void StartUp::Fail(const QString& text) {
+  start_.reset();
+  MsgBox(text, MessageKind::Critical);
+  End(kExitUsage);
 }
 
 void StartUp::End(int exitCode) {

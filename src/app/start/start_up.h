@@ -22,16 +22,17 @@ std::optional<QString> ScreenTooSmall(const QSize& pixels);
 
 /// What the window program was started with.
 struct StartOptions {
-  QString home;       ///< "" for the user's own folders
-  QString catalogue;  ///< "" to choose
-  QStringList paths;  ///< photos or a folder to browse
+  QString home;               ///< "" for the user's own folders
+  QString catalogue;          ///< with or without ".mdb"; "" to choose
+  QStringList paths;          ///< photos or a folder to browse; absolute
+  bool offerSamples = false;  ///< ask once whether sample photos are welcome
 };
 
 /// The life of the window program, from its first window to its end or its next start.
 class StartUp : public QObject {
   Q_OBJECT
  public:
-  explicit StartUp(StartOptions options, const SessionFolders& folders);
+  StartUp(StartOptions options, const SessionFolders& folders);
   ~StartUp() override;
 
   /// Prepares folders and looks for another instance, then goes on from a timer so that the first
@@ -49,16 +50,21 @@ class StartUp : public QObject {
 
  private:
   void Form_Load();
+  bool TakeRestartMarker();
+  Outcome WaitForLock();
   void Timer_Timer();
   void Activate(const QString& name);
   void Raise(const QStringList& paths);
-  void OnClosed();
-  void End(int exitCode);
-  bool WaitForLock();
-  QString RestartMarker() const;
+  void OpenPaths();
+  void Unload();
+  void UnloadAllForms();
   void Restart() const;
+  void Fail(const QString& text);
+  void End(int exitCode);
+  QString RestartMarker() const;
 
   StartOptions options_;
+  SessionFolders folders_;
   std::unique_ptr<Session> session_;
   SingleInstance instance_;
   std::unique_ptr<frmstart> start_;

@@ -69,10 +69,11 @@ frmcheckDB::frmcheckDB(const QStringList& names) : list_(new QListWidget) {
   look::MakePrimary(confirm);
   auto* cancel = new QPushButton(tr("Cancel"));
   cancel->setObjectName(u"cmdcancel"_s);
-  connect(confirm, &QPushButton::clicked, this,
-          [this] { Guarded("frmcheckDB", "cmdok_Click", [this] { Confirm(); }); });
+  const auto confirmed = [this] { Guarded("frmcheckDB", "cmdok_Click", [this] { Confirm(); }); };
+  connect(confirm, &QPushButton::clicked, this, confirmed);
   connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-  connect(list_, &QListWidget::itemActivated, this, &frmcheckDB::Confirm);
+  // Enter goes to the default button by itself.
+  connect(list_, &QListWidget::itemDoubleClicked, this, confirmed);
   auto* foot = new QHBoxLayout;
   look::SetSpace(foot, 0, look::kSpace8);
   foot->addStretch();

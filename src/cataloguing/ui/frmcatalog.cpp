@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QGridLayout>
 #include <QLabel>
@@ -10,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -94,14 +96,15 @@ frmcatalog::frmcatalog(Session& session, BrowserView* view, const QString& start
     Guarded("frmcatalog", "FolderTreeview1_FolderClick",
             [&] { FolderTreeview1_FolderClick(path); });
   });
-  connect(showPreview_, &QCheckBox::toggled, this, &frmcatalog::Check1_Click);
+  connect(tree_, &FolderTree::TicksChanged, this, &frmcatalog::UpdateImportButton);
+  connect(showPreview_, &QCheckBox::toggled, this,
+          [this] { Guarded("frmcatalog", "Check1_Click", [this] { Check1_Click(); }); });
   connect(cancelButton_, &QPushButton::clicked, this, &frmcatalog::reject);
   connect(importButton_, &QPushButton::clicked, this,
           [this] { Guarded("frmcatalog", "cmdimport_Click", [this] { cmdimport_Click(); }); });
-  if (session_.ActiveCatalogue().ReadOnly()) {
-    importButton_->setEnabled(false);
-    importButton_->setToolTip(tr("The catalogue is read-only."));
-  }
+  // By itself a window takes two thirds of a small screen at most.
+  resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
+  UpdateImportButton();
   if (!startFolder.isEmpty()) tree_->SetCurrentFolder(startFolder);
   tree_->setFocus();
 }
@@ -144,6 +147,8 @@ QWidget* frmcatalog::ComposeRun() {
   status_->setObjectName(u"Label12"_s);
   status_->setTextFormat(Qt::PlainText);
   status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  count_ = new QLabel;
+  count_->setObjectName(u"lblcount"_s);
   progress_ = new QProgressBar;
   progress_->setObjectName(u"ProgressBar1"_s);
   progress_->setTextVisible(false);
@@ -151,7 +156,11 @@ QWidget* frmcatalog::ComposeRun() {
   runFrame_->setObjectName(u"Frame1"_s);
   auto* column = new QVBoxLayout(runFrame_);
   look::SetSpace(column, 0, look::kSpace4);
-  column->addWidget(status_);
+  auto* words = new QHBoxLayout;
+  look::SetSpace(words, 0, look::kSpace16);
+  words->addWidget(status_, 1);
+  words->addWidget(count_);
+  column->addLayout(words);
   column->addWidget(progress_);
   runFrame_->hide();
   return runFrame_;
@@ -231,9 +240,7 @@ void frmcatalog::RunImport(const QStringList& files, const ImportTexts& texts, F
       CatalogueFiles(files, texts, session_.ReadSettings(), session_.ActiveCatalogue(), view_,
                      [&](const ImportProgress& at) {
                        if (sinceYield.elapsed() < kYieldMilliseconds && at.done < at.total) return;
-                       progress_->setValue(at.done);
-                       if (!at.file.isEmpty())
-                         status_->setText(u"Processing "_s + GetFileName(at.file));
+                       ShowProgress(at);
                        YieldToInterface();
                        sinceYield.restart();
                      });
@@ -250,18 +257,41 @@ void frmcatalog::RunImport(const QStringList& files, const ImportTexts& texts, F
   ShowFailures(unread, this);
 }
 
+void frmcatalog::ShowProgress(const ImportProgress& at) {
+  progress_->setValue(at.done);
+  count_->setText(tr("%1 of %2").arg(at.done).arg(at.total));
+  if (at.file.isEmpty()) return;
+  status_->setText(status_->fontMetrics().elidedText(u"Processing "_s + GetFileName(at.file),
+                                                     Qt::ElideMiddle, status_->width()));
+}
+
+void frmcatalog::UpdateImportButton() {
+  QString whyNot;
+  if (session_.ActiveCatalogue().ReadOnly())
+    whyNot = tr("The catalogue is read-only.");
+  else if (tree_->IsTicking())
+    whyNot = tr("Folders are still being ticked.");
+  importButton_->setEnabled(whyNot.isEmpty() && !running_);
+  importButton_->setToolTip(whyNot);
+}
+
 void frmcatalog::LockControlsImport() {
   SetLocked(true);
 }
+
 void frmcatalog::UnlockControlsImport() {
+  // What the user clicked and typed meanwhile was for locked controls.
+  QCoreApplication::processEvents();
   SetLocked(false);
 }
 
 void frmcatalog::SetLocked(bool locked) {
   running_ = locked;
-  for (QWidget* widget : std::initializer_list<QWidget*>{importButton_, cancelButton_, showPreview_,
-                                                         tree_, notesEdit_, authorEdit_, dateEdit_})
+  for (QWidget* widget : std::initializer_list<QWidget*>{cancelButton_, showPreview_, tree_,
+                                                         notesEdit_, authorEdit_, dateEdit_})
     widget->setEnabled(!locked);
+  UpdateImportButton();
+  count_->clear();
   runFrame_->setVisible(locked);
 }
 

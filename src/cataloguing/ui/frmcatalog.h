@@ -45,6 +45,8 @@ class frmcatalog : public QDialog {
   void LockControlsImport();
   void UnlockControlsImport();
   void SetLocked(bool locked);
+  void ShowProgress(const ImportProgress& at);
+  void UpdateImportButton();
 
   Session& session_;
   BrowserView* view_;
@@ -58,6 +60,7 @@ class frmcatalog : public QDialog {
   QWidget* runFrame_;
   QProgressBar* progress_;
   QLabel* status_;
+  QLabel* count_;
   QPushButton* importButton_;
   QPushButton* cancelButton_;
   QString shownFolder_;

@@ -55,6 +55,12 @@ int IndexOf(const Choice (&choices)[count], const QString& value, int otherwise)
   return otherwise;
 }
 
+/// A value that the window doesn't know stays until the user chooses another.
+template <std::size_t count>
+void TakeChoice(const Choice (&choices)[count], int chosen, QString& value) {
+  if (chosen >= 0) value = QString::fromUtf16(choices[chosen].value);
+}
+
 template <std::size_t count>
 QButtonGroup* MakeRadios(const Choice (&choices)[count], QVBoxLayout* into) {
   auto* group = new QButtonGroup(into);
@@ -83,6 +89,9 @@ QVBoxLayout* MakePage(QWidget* page, const QString& heading) {
 }
 
 }  // namespace
+
+frmsettings::frmsettings(Session& session, QWidget* parent)
+    : frmsettings(session, parent, AssociationFoldersOf(session.Folders())) {}
 
 frmsettings::frmsettings(Session& session, QWidget* parent, AssociationFolders folders)
     : QDialog(parent),
@@ -228,21 +237,21 @@ void frmsettings::ShowSettings(const Settings& settings) {
   customEdit_->setText(custom ? settings.StartupFolder : QString());
   customEdit_->setEnabled(custom);
   browseButton_->setEnabled(custom);
-  rawView_->setCurrentIndex(IndexOf(kQualities, settings.RAWView, 0));
-  rawBatch_->setCurrentIndex(IndexOf(kQualities, settings.RAWBatch, 2));
-  whiteBalance_->button(IndexOf(kWhiteBalances, settings.RAWWhiteBalance, 1))->setChecked(true);
+  rawView_->setCurrentIndex(IndexOf(kQualities, settings.RAWView, -1));
+  rawBatch_->setCurrentIndex(IndexOf(kQualities, settings.RAWBatch, -1));
+  if (const int balance = IndexOf(kWhiteBalances, settings.RAWWhiteBalance, -1); balance >= 0)
+    whiteBalance_->button(balance)->setChecked(true);
   cms_->setChecked(settings.CMS == u"true");
 }
 
 Settings frmsettings::Chosen() const {
   Settings settings = session_.CurrentSettings();
-  if (const int startup = startup_->checkedId(); startup >= 0)
-    settings.StartupType = QString::fromUtf16(kStartups[startup].value);
+  TakeChoice(kStartups, startup_->checkedId(), settings.StartupType);
   // Under the other types the column is the program's own memory.
   if (settings.StartupType == u"Custom") settings.StartupFolder = customEdit_->text().trimmed();
-  settings.RAWView = QString::fromUtf16(kQualities[rawView_->currentIndex()].value);
-  settings.RAWBatch = QString::fromUtf16(kQualities[rawBatch_->currentIndex()].value);
-  settings.RAWWhiteBalance = QString::fromUtf16(kWhiteBalances[whiteBalance_->checkedId()].value);
+  TakeChoice(kQualities, rawView_->currentIndex(), settings.RAWView);
+  TakeChoice(kQualities, rawBatch_->currentIndex(), settings.RAWBatch);
+  TakeChoice(kWhiteBalances, whiteBalance_->checkedId(), settings.RAWWhiteBalance);
   settings.CMS = cms_->isChecked() ? u"true"_s : u"false"_s;
   return settings;
 }

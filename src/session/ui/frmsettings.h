@@ -22,8 +22,8 @@ namespace zqm {
 class frmsettings : public QDialog {
   Q_OBJECT
  public:
-  explicit frmsettings(Session& session, QWidget* parent = nullptr,
-                       AssociationFolders folders = UsersAssociationFolders());
+  explicit frmsettings(Session& session, QWidget* parent = nullptr);
+  frmsettings(Session& session, QWidget* parent, AssociationFolders folders);
 
  private:
   void AddPage(const QString& caption, QWidget* page);

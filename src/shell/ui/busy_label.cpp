@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/ui/busy_label.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QGraphicsOpacityEffect>
 #include <QLabel>
@@ -19,8 +20,9 @@ constexpr int kStripWidth = 360;
 }  // namespace
 
 BusyLabel::BusyLabel(Busy& busy, QWidget* over)
-    : QWidget(over),
+    : QWidget(over->window()),
       busy_(busy),
+      over_(over),
       strip_(new QWidget(this)),
       text_(new QLabel),
       bar_(new QProgressBar) {
@@ -57,12 +59,33 @@ BusyLabel::BusyLabel(Busy& busy, QWidget* over)
 }
 
 bool BusyLabel::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Resize && watched == parent()) Place();
+  switch (event->type()) {
+    case QEvent::Resize:
+    case QEvent::Move:
+      if (watched == over_ && isVisible()) Place();
+      break;
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Wheel:
+      // The focus stays where it is; the mouse hits the cover.
+      if (isVisible() && Covers(watched)) return true;
+      break;
+    default:
+      break;
+  }
   return QWidget::eventFilter(watched, event);
 }
 
+bool BusyLabel::Covers(const QObject* object) const {
+  const auto* widget = qobject_cast<const QWidget*>(object);
+  return over_ && widget != nullptr && (widget == over_ || over_->isAncestorOf(widget));
+}
+
 void BusyLabel::Place() {
-  setGeometry(parentWidget()->rect());
+  if (!over_) return;
+  if (parentWidget() != over_->window()) setParent(over_->window());
+  setGeometry(QRect(over_->mapTo(over_->window(), QPoint()), over_->size()));
   strip_->resize(qMin(kStripWidth, width()), strip_->sizeHint().height());
   strip_->move((width() - strip_->width()) / 2, (height() - strip_->height()) / 2);
 }
@@ -73,6 +96,7 @@ void BusyLabel::Update() {
     fade_.stop();
     strip_->hide();
     hide();
+    QCoreApplication::instance()->removeEventFilter(this);
     return;
   }
   text_->setText(busy_.Text());
@@ -82,6 +106,7 @@ void BusyLabel::Update() {
   Place();
   raise();
   show();
+  QCoreApplication::instance()->installEventFilter(this);
   patience_.start();
 }
 
@@ -89,6 +114,7 @@ void BusyLabel::ShowStrip() {
   text_->setText(busy_.Text());
   Place();
   raise();
+  if (strip_->isVisible()) return;
   strip_->show();
   fade_.start();
 }

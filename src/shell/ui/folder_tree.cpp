@@ -3,16 +3,23 @@
 
 #include <QCollator>
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QMenu>
+#include <QMouseEvent>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QStandardPaths>
 #include <QStorageInfo>
+#include <QThreadPool>
 #include <algorithm>
+#include <utility>
 
 #include "shell/error.h"
 #include "shell/files.h"
+#include "shell/locale_info.h"
 #include "shell/ui/look.h"
 
 using namespace Qt::StringLiterals;
@@ -25,16 +32,27 @@ constexpr int kListedRole = Qt::UserRole + 2;
 constexpr int kRestMilliseconds = 200;
 constexpr int kListers = 4;  // network folders may be slow, and they wait more than they work
 
-/// Names of the folders right inside, hidden ones left out.
-QStringList Subfolders(const QString& folder) {
-  QStringList names = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-  QCollator collator;
-  collator.setNumericMode(true);
-  collator.setCaseSensitivity(Qt::CaseInsensitive);
-  std::ranges::sort(names, [&collator](const QString& a, const QString& b) {
-    return collator.compare(a, b) < 0;
+/// Lists folders for all trees. It is never taken down: that would wait for folders of a network
+/// that has gone away.
+QThreadPool& Listers() {
+  static QThreadPool* const pool = [] {
+    auto* made = new QThreadPool;
+    made->setMaxThreadCount(kListers);
+    return made;
+  }();
+  return *pool;
+}
+
+/// Runs `work` beside the interface thread and hands what it gives to `then` there, unless the
+/// receiver is gone by then.
+template <class Work, class Then>
+void Aside(QObject* receiver, Work work, Then then) {
+  Listers().start([guard = QPointer<QObject>(receiver), work, then] {
+    auto value = work();
+    QMetaObject::invokeMethod(QCoreApplication::instance(), [guard, value, then] {
+      if (guard) Guarded("FolderTree", "Aside", [&] { then(value); });
+    });
   });
-  return names;
 }
 
 QString Within(const QString& folder, const QString& name) {
@@ -54,6 +72,25 @@ bool IsUsersVolume(const QStorageInfo& volume) {
 
 }  // namespace
 
+/// The folders right inside, hidden ones left out.
+FolderTree::Listing FolderTree::ListFolder(const QString& folder) {
+  Listing listing;
+  for (const QFileInfo& entry :
+       QDir(folder).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort)) {
+    listing.names.append(entry.fileName());
+    if (entry.isSymLink()) listing.links.insert(entry.fileName());
+  }
+  QCollator collator(UserLocale());
+  collator.setNumericMode(true);
+  collator.setCaseSensitivity(Qt::CaseInsensitive);
+  std::ranges::sort(listing.names, [&collator](const QString& a, const QString& b) {
+    const int order = collator.compare(a, b);
+    // Two lists of one folder must have one order.
+    return order != 0 ? order < 0 : a < b;
+  });
+  return listing;
+}
+
 FolderTree::FolderTree(Ticks ticks, QWidget* parent) : QTreeView(parent), ticks_(ticks) {
   setModel(&model_);
   setHeaderHidden(true);
@@ -63,23 +100,23 @@ FolderTree::FolderTree(Ticks ticks, QWidget* parent) : QTreeView(parent), ticks_
   setProperty("role", u"bare"_s);
   setIndentation(look::kSpace16);
   setIconSize({look::kIconSize, look::kIconSize});
-  pool_.setMaxThreadCount(kListers);
   rest_.setSingleShot(true);
   rest_.setInterval(kRestMilliseconds);
   connect(&rest_, &QTimer::timeout, this, &FolderTree::RelistChanged);
   connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &FolderTree::OnFolderChanged);
-  connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) {
-    if (!index.data(kListedRole).toBool()) List(index);
+  // Again each time: a folder that isn't open isn't watched.
+  connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) { List(index); });
+  connect(this, &QTreeView::activated, this, [this](const QModelIndex& index) {
+    if (PathOf(index) != current_) Choose(PathOf(index));
+  });
+  connect(this, &QTreeView::clicked, this, [this](const QModelIndex& index) {
+    if (std::exchange(clickedAgain_, false)) Choose(PathOf(index));
   });
   connect(&model_, &QStandardItemModel::itemChanged, this, [this] {
     if (!quiet_) Q_EMIT TicksChanged();
   });
   SetRoots(UsualRoots());
-}
-
-FolderTree::~FolderTree() {
-  pool_.clear();
-  pool_.waitForDone();
+  AddVolumes();
 }
 
 std::vector<FolderTree::Root> FolderTree::UsualRoots() {
@@ -103,11 +140,25 @@ std::vector<FolderTree::Root> FolderTree::UsualRoots() {
     if (FolderExists(path) && (isHome || path != home))
       roots.push_back({tr(place.caption), path, place.icon});
   }
-  for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
-    if (IsUsersVolume(volume))
-      roots.push_back({volume.displayName(), volume.rootPath(), "drive-removable-media"});
   roots.push_back({tr("File System"), QDir::rootPath(), "drive-harddisk"});
   return roots;
+}
+
+/// A volume of a network that has gone away may take minutes to tell its size.
+void FolderTree::AddVolumes() {
+  const auto find = [] {
+    std::vector<Root> volumes;
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
+      if (IsUsersVolume(volume))
+        volumes.push_back({volume.displayName(), volume.rootPath(), "drive-removable-media"});
+    return volumes;
+  };
+  Aside(this, find, [this](const std::vector<Root>& volumes) {
+    if (!usualRoots_) return;
+    const QScopedValueRollback quiet(quiet_, true);
+    for (const Root& volume : volumes)
+      model_.insertRow(model_.rowCount() - 1, MakeItem(volume.caption, volume.path, volume.icon));
+  });
 }
 
 QStandardItem* FolderTree::MakeItem(const QString& caption, const QString& path,
@@ -127,6 +178,7 @@ QStandardItem* FolderTree::MakeItem(const QString& caption, const QString& path,
 
 void FolderTree::SetRoots(const std::vector<Root>& roots) {
   const QScopedValueRollback quiet(quiet_, true);
+  usualRoots_ = model_.rowCount() == 0;
   model_.clear();
   for (const Root& root : roots)
     model_.appendRow(MakeItem(root.caption, StripSlash(root.path), root.icon));
@@ -141,43 +193,55 @@ QString FolderTree::PathOf(const QModelIndex& index) const {
 void FolderTree::List(const QModelIndex& index, bool tickAll) {
   const QString path = PathOf(index);
   if (path.isEmpty()) return;
-  pool_.start([this, path, at = QPersistentModelIndex(index), tickAll] {
-    const QStringList names = Subfolders(path);
-    QMetaObject::invokeMethod(this, [this, at, names, tickAll] {
-      if (at.isValid()) Guarded("FolderTree", "Merge", [&] { Merge(at, names, tickAll); });
-    });
-  });
+  if (tickAll) ++ticking_;
+  Aside(
+      this, [path] { return ListFolder(path); },
+      [this, at = QPersistentModelIndex(index), tickAll](const Listing& listing) {
+        if (tickAll) --ticking_;
+        if (at.isValid()) return Merge(at, listing, tickAll);
+        if (tickAll) Q_EMIT TicksChanged();
+      });
 }
 
-void FolderTree::Merge(const QModelIndex& index, const QStringList& names, bool tickAll) {
+void FolderTree::Merge(const QModelIndex& index, const Listing& listing, bool tickAll) {
+  const QStringList& names = listing.names;
   QStandardItem* parent = model_.itemFromIndex(index);
   const QString folder = PathOf(index);
   {
     const QScopedValueRollback quiet(quiet_, true);
-    for (int row = parent->rowCount() - 1; row >= 0; --row) {
-      const QString path = parent->child(row)->data(kPathRole).toString();
-      if (!path.isEmpty() && names.contains(GetFileName(path))) continue;
-      // The current folder is gone: its parent takes its place.
-      if (!path.isEmpty() && IsInside(current_, path)) {
-        setCurrentIndex(index);
-        QMetaObject::invokeMethod(
-            this, [this, folder] { Choose(folder); }, Qt::QueuedConnection);
-      }
-      parent->removeRow(row);
-    }
+    RemoveVanished(parent, QSet<QString>(names.begin(), names.end()));
     for (int row = 0; row < names.size(); ++row) {
       const bool there = row < parent->rowCount() && parent->child(row)->text() == names[row];
       if (!there)
         parent->insertRow(row, MakeItem(names[row], Within(folder, names[row]), "folder"));
-      if (!tickAll) continue;
+      // A link may lead back to where it stands.
+      if (!tickAll || listing.links.contains(names[row])) continue;
       parent->child(row)->setCheckState(Qt::Checked);
       List(parent->child(row)->index(), true);
     }
     parent->setData(true, kListedRole);
   }
-  watcher_.addPath(folder);
+  if (isExpanded(index)) watcher_.addPath(folder);
   if (tickAll) Q_EMIT TicksChanged();
   Reveal();
+}
+
+void FolderTree::RemoveVanished(QStandardItem* parent, const QSet<QString>& names) {
+  const int before = parent->rowCount();
+  for (int row = before - 1; row >= 0; --row) {
+    const QString path = parent->child(row)->data(kPathRole).toString();
+    if (!path.isEmpty() && names.contains(GetFileName(path))) continue;
+    // The current folder is gone: its parent takes its place.
+    if (!path.isEmpty() && IsInside(current_, path)) {
+      setCurrentIndex(parent->index());
+      const QString folder = PathOf(parent->index());
+      QMetaObject::invokeMethod(
+          this, [this, folder] { Choose(folder); }, Qt::QueuedConnection);
+    }
+    parent->removeRow(row);
+  }
+  if (ticks_ == Ticks::Yes && parent->rowCount() < before)
+    QMetaObject::invokeMethod(this, &FolderTree::TicksChanged, Qt::QueuedConnection);
 }
 
 void FolderTree::OnFolderChanged(const QString& path) {
@@ -212,6 +276,7 @@ void FolderTree::SetCurrentFolder(const QString& path) {
   const QString folder = StripSlash(AbsolutePath(path));
   if (!FolderExists(folder)) return;
   revealing_ = folder;
+  relisted_ = false;
   Choose(folder);
   Reveal();
 }
@@ -234,6 +299,7 @@ void FolderTree::Reveal() {
     QModelIndex next;
     for (int row = 0; row < model_.rowCount(at); ++row)
       if (IsInside(revealing_, PathOf(model_.index(row, 0, at)))) next = model_.index(row, 0, at);
+    if (!next.isValid() && !std::exchange(relisted_, true)) return List(at);
     if (next.isValid()) expand(at);
     at = next;
   }
@@ -265,20 +331,35 @@ void FolderTree::currentChanged(const QModelIndex& now, const QModelIndex& befor
       Qt::QueuedConnection);
 }
 
+void FolderTree::mousePressEvent(QMouseEvent* event) {
+  clickedAgain_ = event->button() == Qt::LeftButton && currentIndex().isValid() &&
+                  indexAt(event->position().toPoint()) == currentIndex();
+  QTreeView::mousePressEvent(event);
+}
+
 // Ticks.
 
 QStringList FolderTree::TickedFolders() const {
   QStringList folders;
-  const auto visit = [&folders](const auto& self, const QStandardItem* item) -> void {
+  QSet<QString> known;
+  const auto visit = [&](const auto& self, const QStandardItem* item) -> void {
     const QString path = item->data(kPathRole).toString();
-    if (item->isCheckable() && item->checkState() == Qt::Checked && !folders.contains(path))
+    if (item->isCheckable() && item->checkState() == Qt::Checked && !known.contains(path)) {
       folders.append(path);
+      known.insert(path);
+    }
     for (int row = 0; row < item->rowCount(); ++row)
       self(self, item->child(row));
   };
   for (int row = 0; row < model_.rowCount(); ++row)
     visit(visit, model_.item(row));
   return folders;
+}
+
+void FolderTree::TickWithSubfolders(const QModelIndex& folder) {
+  model_.itemFromIndex(folder)->setCheckState(Qt::Checked);
+  List(folder, true);
+  Q_EMIT TicksChanged();
 }
 
 void FolderTree::ClearTicks() {
@@ -300,9 +381,8 @@ void FolderTree::contextMenuEvent(QContextMenuEvent* event) {
   if (ticks_ == Ticks::No || PathOf(at).isEmpty()) return;
   QMenu menu(this);
   menu.addAction(tr("Tick This Folder and All Below"), this, [this, at] {
-    model_.itemFromIndex(at)->setCheckState(Qt::Checked);
+    TickWithSubfolders(at);
     expand(at);
-    List(at, true);
   });
   menu.addAction(tr("Untick All"), this, &FolderTree::ClearTicks);
   menu.exec(event->globalPos());

@@ -5,7 +5,6 @@
 #include <QPersistentModelIndex>
 #include <QSet>
 #include <QStandardItemModel>
-#include <QThreadPool>
 #include <QTimer>
 #include <QTreeView>
 #include <vector>
@@ -26,9 +25,9 @@ class FolderTree : public QTreeView {
 
   /// With ticks each folder has a box of its own; ticking one says nothing about those in it.
   explicit FolderTree(Ticks ticks, QWidget* parent = nullptr);
-  ~FolderTree() override;
 
-  /// Pictures, home, desktop, documents, mounted volumes, and the whole file system.
+  /// Pictures, home, desktop, documents, and the whole file system. Mounted volumes join them
+  /// when they are known.
   static std::vector<Root> UsualRoots();
   void SetRoots(const std::vector<Root>& roots);
 
@@ -40,22 +39,35 @@ class FolderTree : public QTreeView {
   /// Depth first, a folder before those in it; each once.
   QStringList TickedFolders() const;
   void ClearTicks();
+  /// Ticks the folder and all below it; links to folders are not followed. They are read beside
+  /// the interface thread: `TicksChanged` tells of each, the last when `IsTicking` ends.
+  void TickWithSubfolders(const QModelIndex& folder);
+  bool IsTicking() const { return ticking_ > 0; }
 
  Q_SIGNALS:
-  /// Another folder was chosen, by mouse, keyboard or `SetCurrentFolder`.
+  /// Another folder was chosen, by mouse, keyboard or `SetCurrentFolder`, or the current one was
+  /// clicked again.
   void FolderClick(const QString& path);
   void TicksChanged();
 
  protected:
   void currentChanged(const QModelIndex& now, const QModelIndex& before) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
 
  private:
+  struct Listing {
+    QStringList names;    // sorted
+    QSet<QString> links;  // those of them that are links
+  };
+  static Listing ListFolder(const QString& folder);
+  void AddVolumes();
   QStandardItem* MakeItem(const QString& caption, const QString& path, const char* icon) const;
   QString PathOf(const QModelIndex& index) const;
   void List(const QModelIndex& index, bool tickAll = false);
-  void Merge(const QModelIndex& index, const QStringList& names, bool tickAll);
+  void Merge(const QModelIndex& index, const Listing& listing, bool tickAll);
+  void RemoveVanished(QStandardItem* parent, const QSet<QString>& names);
   void Reveal();
   QModelIndex RootFor(const QString& path) const;
   void Choose(const QString& path);
@@ -65,11 +77,14 @@ class FolderTree : public QTreeView {
   Ticks ticks_;
   QStandardItemModel model_;
   QFileSystemWatcher watcher_;
-  QThreadPool pool_;
   QTimer rest_;
   QSet<QString> changed_;
   QString current_;
-  QString revealing_;  // the folder that the tree is being unfolded to
+  QString revealing_;      // the folder that the tree is being unfolded to
+  bool relisted_ = false;  // on the way there a list was old once
+  int ticking_ = 0;        // lists under way whose folders will be ticked
+  bool clickedAgain_ = false;
+  bool usualRoots_ = false;
   bool quiet_ = false;
 };
 

@@ -40,7 +40,7 @@ class FailureModel : public QAbstractTableModel {
     return parent.isValid() ? 0 : Count;
   }
   QVariant data(const QModelIndex& index, int role) const override {
-    if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
+    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
     const FailureRow& row = rows_[static_cast<std::size_t>(index.row())];
     return index.column() == File ? row.File : row.Reason;
   }
@@ -57,7 +57,7 @@ namespace {
 
 constexpr int kPadding = look::kSpace8;
 
-/// The name first, then the folder in a quiet voice.
+/// Of a path the name first, then the folder in a quiet voice.
 class PathDelegate : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
@@ -68,7 +68,8 @@ class PathDelegate : public QStyledItemDelegate {
     initStyleOption(&ground, index);
     const QString path = std::exchange(ground.text, QString());
     QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &ground, painter, option.widget);
-    const QString folder = GetParentFolderName(path);
+    const QString folder =
+        index.column() == FailureModel::File ? GetParentFolderName(path) : QString();
     const QString name = folder.isEmpty() ? path : GetFileName(path);
     const QRect room = option.rect.adjusted(kPadding, 0, -kPadding, 0);
     const QFontMetrics& metrics = option.fontMetrics;
@@ -86,6 +87,13 @@ class PathDelegate : public QStyledItemDelegate {
     painter->restore();
   }
 };
+
+/// A text as one cell of a table, whatever a file name holds.
+QString Cell(QString text) {
+  const bool plain = std::ranges::none_of(
+      text, [](QChar c) { return c == u'\t' || c == u'\n' || c == u'\r' || c == u'"'; });
+  return plain ? text : u'"' + text.replace(u'"', u"\"\""_s) + u'"';
+}
 
 }  // namespace
 
@@ -108,7 +116,7 @@ frmerror::frmerror(QWidget* parent)
   table_->setObjectName(u"ListView1"_s);
   table_->setAccessibleName(tr("Files and reasons"));
   table_->setModel(sorted);
-  table_->setItemDelegateForColumn(FailureModel::File, new PathDelegate(table_));
+  table_->setItemDelegate(new PathDelegate(table_));
   table_->setSelectionBehavior(QAbstractItemView::SelectRows);
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->setShowGrid(false);
@@ -124,7 +132,8 @@ frmerror::frmerror(QWidget* parent)
   table_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
   sorted->sort(-1);
   auto* copy = new QAction(tr("Copy"), table_);
-  copy->setShortcut(QKeySequence::Copy);
+  // All of its keys: the view's own copy takes the current cell only.
+  copy->setShortcuts(QKeySequence::Copy);
   copy->setShortcutContext(Qt::WidgetShortcut);
   connect(copy, &QAction::triggered, this, &frmerror::CopyRows);
   table_->addAction(copy);
@@ -164,11 +173,12 @@ void frmerror::SetFailures(const FailureList& failures) {
 }
 
 void frmerror::CopyRows() const {
+  QModelIndexList files = table_->selectionModel()->selectedRows(FailureModel::File);
+  std::ranges::sort(files, {}, &QModelIndex::row);
   QStringList lines;
-  const QItemSelectionModel* selection = table_->selectionModel();
-  for (const QModelIndex& file : selection->selectedRows(FailureModel::File))
-    lines.append(file.data().toString() + u'\t' +
-                 file.siblingAtColumn(FailureModel::Reason).data().toString());
+  for (const QModelIndex& file : files)
+    lines.append(Cell(file.data().toString()) + u'\t' +
+                 Cell(file.siblingAtColumn(FailureModel::Reason).data().toString()));
   if (!lines.isEmpty()) QApplication::clipboard()->setText(lines.join(u'\n'));
 }
 

@@ -101,6 +101,8 @@ QListView::item:hover, QTreeView::item:hover { background: #343434; }
 QListView::item:selected, QTreeView::item:selected, QTableView::item:selected {
   background: #35506d; color: @text; }
 QTreeView::branch { background: transparent; }
+QTreeView::branch:has-children:closed { image: url(":/look/branch-closed.svg"); }
+QTreeView::branch:has-children:open { image: url(":/look/branch-open.svg"); }
 QTreeView::branch:selected { background: #35506d; }
 QHeaderView::section { background: @raised; color: @quiet; border: none;
   border-right: 1px solid @line; padding: 4px 8px; font-size: 9pt; }

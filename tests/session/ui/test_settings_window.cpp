@@ -57,6 +57,46 @@ TEST_F(SettingsWindow, KeepsTheFolderThatTheProgramRemembers) {
   EXPECT_EQ(session_->Core().ReadSettings(), settings);
 }
 
+TEST_F(SettingsWindow, LeavesAloneWhatItDoesNotKnow) {
+  const Settings foreign{u"Somewhere"_s, u"/last"_s, u"-x"_s, u""_s, u"-y"_s, u"true"_s};
+  ASSERT_TRUE(session_->ChangeSettings(foreign));
+  frmsettings window(*session_, nullptr, Folders());
+  Find<QCheckBox>(window, u"chkcms")->click();
+  Find<QPushButton>(window, u"cmdok")->click();
+  Settings expected = foreign;
+  expected.CMS = u"false"_s;
+  EXPECT_EQ(session_->Core().ReadSettings(), expected);
+}
+
+TEST_F(SettingsWindow, StaysInsideAHomeOfItsOwn) {
+  frmsettings window(*session_);
+  for (auto* box : window.findChildren<QCheckBox*>())
+    if (box->text() == u"PNG") box->click();
+  Find<QPushButton>(window, u"cmdok")->click();
+  EXPECT_TRUE(messages_.isEmpty());
+  const AssociationFolders own = AssociationFoldersOf(session_->Folders());
+  for (const QString& folder : {own.config, own.applications})
+    EXPECT_TRUE(folder.startsWith(scratch_.Path("AppData/"))) << folder.toStdString();
+  EXPECT_TRUE(IsAssociated(own, FileKinds()[4]));
+  EXPECT_TRUE(FileExists(own.applications + u"/zolmira-qm.desktop"_s));
+}
+
+TEST_F(SettingsWindow, SaysWhatCouldNotBeWritten) {
+  scratch_.Write("config", "a file where a folder should be");
+  frmsettings window(*session_, nullptr, Folders());
+  for (auto* box : window.findChildren<QCheckBox*>())
+    if (box->text() == u"PNG") box->click();
+  Find<QPushButton>(window, u"cmdok")->click();
+  ASSERT_EQ(messages_.size(), 1);
+  EXPECT_TRUE(messages_[0].startsWith(u"The file associations could not be saved: "));
+
+  session_ = std::make_unique<Session>(session_->Folders());
+  ASSERT_TRUE(session_->Activate(u"Zolmira QM.mdb"_s));  // without the home's lock
+  const frmsettings readOnly(*session_, nullptr, Folders());
+  const auto* ok = Find<QPushButton>(readOnly, u"cmdok");
+  EXPECT_FALSE(ok->isEnabled() || ok->toolTip().isEmpty());
+}
+
 TEST(FileAssociations, GiveAndTakeWithoutTouchingOthers) {
   const test::Scratch scratch;
   const AssociationFolders folders{scratch.Path("config"), scratch.Path("apps")};
@@ -78,6 +118,12 @@ TEST(FileAssociations, GiveAndTakeWithoutTouchingOthers) {
   EXPECT_TRUE(changed.contains("[Other]\nimage/gif=x.desktop\n"));
   EXPECT_TRUE(test::Scratch::Read(scratch.Path("apps/zolmira-qm.desktop"))
                   .contains("Exec=\"/opt/a b/zolmira-qm\" %F\n"));
+  // What is special in an Exec line: quoted, then the backslashes of the quotes doubled.
+  QFile::remove(scratch.Path("apps/zolmira-qm.desktop"));
+  ticked[1] = true;
+  ASSERT_TRUE(Associate(folders, ticked, u"/o$t/50%\\\"q\"/zqm"_s));
+  EXPECT_TRUE(test::Scratch::Read(scratch.Path("apps/zolmira-qm.desktop"))
+                  .contains(R"(Exec="/o\\$t/50%%\\\\\\"q\\"/zqm" %F)"));
   ticked.assign(kinds.size(), false);
   ASSERT_TRUE(Associate(folders, ticked, QString()));
   EXPECT_EQ(test::Scratch::Read(scratch.Path("config/mimeapps.list")), foreign);
