@@ -89,13 +89,6 @@ const char16_t* PropertyCaption(Property property) {
   return kCaptions[static_cast<std::size_t>(property)];
 }
 
-QString SizeText(double kilobytes) {
-  constexpr double kKilobytesInMegabyte = 1024;
-  const bool large = kilobytes >= kKilobytesInMegabyte;
-  const double value = large ? kilobytes / kKilobytesInMegabyte : kilobytes;
-  return PlainText(Round(value, 2)) + (large ? u" MB"_s : u" KB"_s);
-}
-
 PhotoInfo EmptyPhotoInfo() {
   PhotoInfo info;
   for (int page = 0; page < kMetadataPageCount; ++page)

@@ -62,7 +62,4 @@ PhotoInfo FilePhotoInfo(const QString& path, const PhotoFile& photo);
 /// the user's form.
 PhotoInfo LoadInfoFromDatabase(const PhotoRecordset& photos);
 
-/// A file's length: KB below 1,024 KB, else MB, two decimals.
-QString SizeText(double kilobytes);
-
 }  // namespace zqm

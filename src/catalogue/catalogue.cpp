@@ -185,9 +185,15 @@ QStringList Catalogue::CheckIntegrity() const {
   return faults;
 }
 
-Outcome Catalogue::CompactTo(const QString& path) {
+Outcome Catalogue::CompactTo(const QString& path,
+                             const std::function<void(int done, int total)>& progress) {
   if (const Outcome committed = photos_->CommitGathered(); !committed) return committed;
-  return database_->CompactTo(path);
+  return database_->CompactTo(path, Database::Kind::Catalogue, progress);
+}
+
+Outcome Catalogue::DropSideFiles() {
+  if (const Outcome committed = photos_->CommitGathered(); !committed) return committed;
+  return database_->DropSideFiles();
 }
 
 Outcome CreateCatalogueFile(const QString& path) {

@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -62,8 +63,15 @@ class Catalogue {
   /// its path, every thumbnail belongs to a row. Empty when all is well, else what is wrong.
   QStringList CheckIntegrity() const;
 
-  /// Writes the catalogue without its gaps to a new file; `path` must not stand yet.
-  Outcome CompactTo(const QString& path);
+  /// Writes the catalogue without its gaps to a new file; `path` must not stand yet. `progress` is
+  /// told how many rows of how many are through; it may read rows and yield to windows, but must
+  /// not change a row.
+  Outcome CompactTo(const QString& path,
+                    const std::function<void(int done, int total)>& progress = {});
+
+  /// Makes the catalogue one file without the engine's side files, as it must be when another file
+  /// is to take its place. Fails while another program has it open.
+  Outcome DropSideFiles();
 
  private:
   explicit Catalogue(std::unique_ptr<Database> database);

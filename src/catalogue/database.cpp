@@ -9,6 +9,7 @@
 #include <QUrl>
 #include <QUuid>
 #include <QtEndian>
+#include <array>
 #include <cerrno>
 #include <optional>
 #include <unordered_map>
@@ -467,13 +468,74 @@ QStringList Database::CheckIntegrity() const {
   return faults;
 }
 
-Outcome Database::CompactTo(const QString& path) {
-  if (QFileInfo::exists(path)) return Failure{u"File already exists"_s};
+Outcome Database::CopyRows(const std::function<void(int done, int total)>& progress) {
+  constexpr int kRowsAtOnce = 64;
+  std::vector<std::string> tables;
+  Read(
+      "SELECT name FROM main.sqlite_schema WHERE type = 'table' AND substr(name, 1, 7) <> 'sqlite_'"
+      " ORDER BY rowid",
+      {}, [&](const Row& row) { tables.emplace_back(row.Utf8(0)); });
+  const auto numberOf = [this](const std::string& sql) {
+    qint64 number = 0;
+    Read(sql, {}, [&](const Row& row) { number = row.Number(0); });
+    return number;
+  };
+  qint64 total = 0, done = 0;
+  for (const std::string& table : tables)
+    total += numberOf("SELECT count(*) FROM main." + table);
+  // The tables stand in the order in which one refers to the other.
+  for (const std::string& table : tables) {
+    const std::string copy = "INSERT INTO compact." + table + " SELECT * FROM main." + table +
+                             " WHERE rowid > ? ORDER BY rowid LIMIT " + std::to_string(kRowsAtOnce);
+    for (qint64 last = 0;;) {
+      const std::array<Value, 1> from{last};
+      const auto copied = Write(copy, from);
+      if (!copied) return Failure{copied.Reason()};
+      if (*copied == 0) break;
+      done += *copied;
+      last = numberOf("SELECT max(rowid) FROM compact." + table);
+      if (progress) progress(static_cast<int>(done), static_cast<int>(total));
+    }
+  }
+  // Numbers of rows that are gone are not used again either.
+  for (const char* sql : {"DELETE FROM compact.sqlite_sequence",
+                          "INSERT INTO compact.sqlite_sequence SELECT * FROM main.sqlite_sequence"})
+    if (const auto written = Write(sql); !written) return Failure{written.Reason()};
+  return {};
+}
+
+Outcome Database::CompactTo(const QString& path, Kind kind,
+                            const std::function<void(int done, int total)>& progress) {
+  if (ReadOnly()) return Failure{QString::fromUtf16(kReasonDatabaseReadOnly)};
+  if (Outcome made = Create(path, kind); !made) return made;
   const std::array<Value, 1> target{path};
-  const auto written = Write("VACUUM INTO ?", target);
-  if (written) return {};
-  RemoveWithSideFiles(path);
-  return Failure{written.Reason()};
+  const auto attached = Write("ATTACH DATABASE ? AS compact", target);
+  Outcome copied = attached ? Outcome() : Failure{attached.Reason()};
+  // The file is new: nothing of it needs a log.
+  if (copied) copied = WithoutLog("compact");
+  if (copied) copied = Begin();
+  if (copied) copied = CopyRows(progress);
+  if (copied) copied = Commit();
+  Rollback();
+  // Statements kept prepared hold on to the file.
+  connection_->kept.clear();
+  connection_->handle.tryExec("DETACH DATABASE compact");
+  if (!copied) RemoveWithSideFiles(path);
+  return copied;
+}
+
+Outcome Database::WithoutLog(const std::string& schema) {
+  const auto switched = Write("PRAGMA " + schema + ".journal_mode = DELETE");
+  if (!switched) return Failure{switched.Reason()};
+  return {};
+}
+
+Outcome Database::DropSideFiles() {
+  connection_->kept.clear();
+  if (Outcome dropped = WithoutLog("main"); !dropped) return dropped;
+  if (QFileInfo::exists(Path() + "-wal"_L1))
+    return Failure{QString::fromUtf16(kReasonDatabaseLocked)};
+  return {};
 }
 
 std::string QuotedText(QStringView text) {

@@ -101,12 +101,21 @@ class Database {
 
   /// What is wrong inside the file, one line each.
   QStringList CheckIntegrity() const;
-  /// Writes the content without its gaps to a new file.
-  Outcome CompactTo(const QString& path);
+  /// Writes the content without its gaps to a new file of that kind, a few rows at a time, which
+  /// must not change meanwhile. `progress` is told how many rows of how many are through, between
+  /// two statements, so that it may read. On failure no file is left.
+  Outcome CompactTo(const QString& path, Kind kind,
+                    const std::function<void(int done, int total)>& progress);
+
+  /// Takes the engine's side files into the file and works without them from now on. Fails while
+  /// another program has the file open.
+  Outcome DropSideFiles();
 
  private:
   struct Connection;
   explicit Database(std::unique_ptr<Connection> connection);
+  Outcome CopyRows(const std::function<void(int done, int total)>& progress);
+  Outcome WithoutLog(const std::string& schema);
   std::unique_ptr<Connection> connection_;
 };
 

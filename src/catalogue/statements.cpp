@@ -283,13 +283,15 @@ ConditionOrFault Parser::Like(Column column) {
 
 ConditionOrFault Parser::Between(Column column) {
   Fault fault;
-  const auto from = LiteralWord(fault);
+  auto from = LiteralWord(fault);
   if (!from) return fault;
   if (!Keyword(u"AND")) return Expected(u"AND"_s);
-  const auto to = LiteralWord(fault);
+  auto to = LiteralWord(fault);
   if (!to) return fault;
   if (from->date != to->date || (from->date && column != Column::Date))
     return Fault{u"Only the column Date holds dates"_s};
+  // The days between two others are the same from either side.
+  if (from->date && to->sql < from->sql) std::swap(*from, *to);
   Condition test;
   test.sql =
       Operand(column, from->date) + " COLLATE FOLDED BETWEEN " + from->sql + " AND " + to->sql;

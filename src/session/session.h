@@ -45,6 +45,8 @@ class Session {
   /// The active catalogue; `Activate` must have succeeded.
   Catalogue& ActiveCatalogue() { return *catalogue_; }
   bool HasActiveCatalogue() const { return catalogue_ != nullptr; }
+  /// Nothing that belongs to the active catalogue may be used afterwards.
+  void CloseCatalogue() { catalogue_.reset(); }
   CoreDatabase& Core() { return *core_; }
   const Settings& CurrentSettings() const { return settings_; }
   /// Writes the settings; on failure the current ones stay.

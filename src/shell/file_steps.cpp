@@ -185,6 +185,23 @@ Outcome CopyOne(const QString& from, const QString& to) {
   return CopyInPlace(source, *target, false, platform::RenameReplacing);
 }
 
+Outcome ReplaceOne(const QString& from, const QString& to) {
+  const auto target = ReplaceableTarget(to);
+  if (!target) return Failure{target.Reason()};
+  if (platform::SameFile(from, *target)) return {};
+  Handle fresh, old;
+  if (const int error = fresh.OpenToRead(from)) return Failure{ReasonForSource(error)};
+  if (old.OpenToRead(*target) == 0) fresh.TakeAttributesOf(old);
+  if (const int error = fresh.Sync()) return FromErrno(error);
+  const int renamed = platform::RenameReplacing(from, *target);
+  if (renamed == EXDEV) {
+    if (Outcome copied = CopyOne(from, *target); !copied) return copied;
+    return FromErrno(platform::RemoveFile(from));
+  }
+  if (renamed == 0) platform::SyncFolder(FolderOf(*target));
+  return FromErrno(renamed);
+}
+
 Outcome MoveOne(const QString& from, const QString& to) {
   if (platform::KindOf(from) == EntryKind::Missing)
     return Failure{QString::fromUtf16(kReasonMissing)};

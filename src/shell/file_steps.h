@@ -27,6 +27,8 @@ Outcome Replace(const QString& path, const Fill& fill);
 
 /// Replaces `to`, with the source's attributes and times. A file onto itself is done already.
 Outcome CopyOne(const QString& from, const QString& to);
+/// `from` becomes `to`, which may stand, with the attributes of what stood there.
+Outcome ReplaceOne(const QString& from, const QString& to);
 /// Never replaces. Files, links and, within one file system, folders.
 Outcome MoveOne(const QString& from, const QString& to);
 Outcome DeleteOne(const QString& path);

@@ -106,6 +106,10 @@ Outcome MoveFile(const QString& from, const QString& to) {
   return RunSilently(CSHFileOp::Operation::Move, from, to);
 }
 
+Outcome ReplaceFile(const QString& from, const QString& to) {
+  return steps::ReplaceOne(from, to);
+}
+
 Outcome DeleteFile(const QString& path) {
   return RunSilently(CSHFileOp::Operation::Delete, path, QString());
 }

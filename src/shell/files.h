@@ -46,6 +46,10 @@ Outcome CreateFolder(const QString& path);
 Outcome CopyFile(const QString& from, const QString& to);
 /// Never replaces. Across file systems: copied, compared, then removed at the source.
 Outcome MoveFile(const QString& from, const QString& to);
+/// Puts a file in the place of another, whose owner and mode it takes: by a rename, across file
+/// systems by a copy that is complete before it is renamed. `from` is gone afterwards. On failure
+/// both are as they were.
+Outcome ReplaceFile(const QString& from, const QString& to);
 /// Not to any recycle bin. A missing file is a failure.
 Outcome DeleteFile(const QString& path);
 /// The folder with all that is in it, into `to`, which is made.

@@ -9,6 +9,8 @@
 
 #include "shell/locale_info.h"
 
+using namespace Qt::StringLiterals;
+
 namespace zqm {
 namespace {
 
@@ -240,6 +242,13 @@ std::optional<double> ToNumber(QStringView text) {
 
 bool IsNumeric(QStringView text) {
   return ToNumber(text).has_value();
+}
+
+QString SizeText(double kilobytes) {
+  constexpr double kKilobytesInMegabyte = 1024;
+  const bool large = kilobytes >= kKilobytesInMegabyte;
+  const double value = large ? kilobytes / kKilobytesInMegabyte : kilobytes;
+  return PlainText(Round(value, 2)) + (large ? u" MB"_s : u" KB"_s);
 }
 
 int CharCount(QStringView text, QChar character) {

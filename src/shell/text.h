@@ -38,6 +38,9 @@ float RoundText(float value, int decimals);
 std::optional<double> ToNumber(QStringView text);
 bool IsNumeric(QStringView text);
 
+/// A file's length: KB below 1,024 KB, else MB, two decimals at most.
+QString SizeText(double kilobytes);
+
 /// How often `character` stands in `text`.
 int CharCount(QStringView text, QChar character);
 
