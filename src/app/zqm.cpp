@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <functional>
+#include <optional>
 
 #include "app/commands/commands.h"
 #include "shell/error.h"
@@ -33,6 +34,11 @@ struct Arguments {
   bool recursive = false;
   std::string notes, author, date;
   std::string file, out;
+  std::string keywords, from, to, column, name, oldFolder, newFolder;
+  bool any = false, printSql = false;
+  std::vector<std::string> ratings, categories, filters;
+  std::optional<std::string> setNotes, setAuthor, setDate, setRating, setCategories, setTags,
+      setFlag;
 
   GlobalOptions Global() const { return {ToText(home), ToText(catalogue)}; }
   Console MakeConsole() const { return Console(json); }
@@ -60,19 +66,41 @@ bool TakesValue(const CLI::App& app, const std::string& argument) {
   return takes(app) || std::ranges::any_of(commands, [&](const CLI::App* c) { return takes(*c); });
 }
 
+/// Whether the arguments are those of a command that takes any number of paths.
+bool TakesPaths(const CLI::App& app, const std::vector<std::string>& arguments) {
+  const auto commands = app.get_subcommands([](const CLI::App*) { return true; });
+  for (const std::string& argument : arguments) {
+    const auto command = std::ranges::find(commands, argument, &CLI::App::get_name);
+    if (command == commands.end()) continue;
+    const auto lists = (*command)->get_options(
+        [](const CLI::Option* o) { return o->get_positional() && o->get_items_expected_max() > 1; });
+    return !lists.empty();
+  }
+  return false;
+}
+
 /// The parser would take a path "[2020]" for a list in brackets; "./[2020]" is the same path to us.
 /// In reverse order, as the parser wants them.
 std::vector<std::string> ReversedArguments(const CLI::App& app, int argc, char** argv) {
   std::vector<std::string> arguments(argv + 1, argv + argc);
-  for (std::size_t i = 0; i < arguments.size(); ++i)
+  const bool paths = TakesPaths(app, arguments);
+  for (std::size_t i = 0; paths && i < arguments.size(); ++i)
     if (arguments[i].starts_with("[") && (i == 0 || !TakesValue(app, arguments[i - 1])))
       arguments[i].insert(0, "./");
   std::ranges::reverse(arguments);
   return arguments;
 }
 
-/// Declares every command and makes `chosen` what the given one does.
-void Declare(CLI::App& app, Arguments& a, Command& chosen) {
+std::optional<QString> ToText(const std::optional<std::string>& bytes) {
+  return bytes ? std::optional(ToText(*bytes)) : std::nullopt;
+}
+
+/// What a command does when it is the chosen one.
+void Does(CLI::App* command, Command& chosen, Command does) {
+  command->callback([&chosen, does = std::move(does)] { chosen = does; });
+}
+
+void DeclareGlobal(CLI::App& app, Arguments& a) {
   app.require_subcommand(1);
   app.set_version_flag("--version", ProgramVersion().toStdString());
   app.add_option("--home", a.home, "Keep documents, settings and scratch files under DIR")
@@ -81,7 +109,9 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   app.add_option("--catalogue", a.catalogue, "The catalogue to use, with or without .mdb")
       ->type_name("NAME");
   app.add_flag("--json", a.json, "Print the result as one JSON document");
+}
 
+void DeclareFiles(CLI::App& app, Arguments& a, Command& chosen) {
   auto* catalog = app.add_subcommand("catalog", "Add the photos of folders to the catalogue");
   catalog->add_flag("--recursive", a.recursive, "Visit the folders below as well");
   catalog->add_option("--notes", a.notes, "Notes for all added photos")->type_name("TEXT");
@@ -89,25 +119,20 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   catalog->add_option("--date", a.date, "Date of all added photos, day first: dd/mm/yyyy")
       ->type_name("DATE");
   AddPaths(*catalog, "FOLDER", a.files, "Folders, or single files", false);
-  catalog->callback([&a, &chosen] {
-    chosen = [&a] {
-      return RunCatalog(
-          a.Global(),
-          {ToTexts(a.files), a.recursive, ToText(a.notes), ToText(a.author), ToText(a.date)},
-          a.MakeConsole());
-    };
+  Does(catalog, chosen, [&a] {
+    return RunCatalog(
+        a.Global(),
+        {ToTexts(a.files), a.recursive, ToText(a.notes), ToText(a.author), ToText(a.date)},
+        a.MakeConsole());
   });
 
   auto* info = app.add_subcommand("info", "Print the metadata of files");
   AddPaths(*info, "FILE", a.files, "Photo files");
-  info->callback(
-      [&a, &chosen] { chosen = [&a] { return RunInfo(ToTexts(a.files), a.MakeConsole()); }; });
+  Does(info, chosen, [&a] { return RunInfo(ToTexts(a.files), a.MakeConsole()); });
 
   auto* row = app.add_subcommand("row", "Print what the catalogue holds of files");
   AddPaths(*row, "FILE", a.files, "Catalogued photo files");
-  row->callback([&a, &chosen] {
-    chosen = [&a] { return RunRow(a.Global(), ToTexts(a.files), a.MakeConsole()); };
-  });
+  Does(row, chosen, [&a] { return RunRow(a.Global(), ToTexts(a.files), a.MakeConsole()); });
 
   auto* thumbnail =
       app.add_subcommand("thumbnail", "Write a row's stored thumbnail to a JPEG file");
@@ -115,22 +140,124 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   thumbnail->add_option("OUT", a.out, "The JPEG file to write; must not exist yet")
       ->required()
       ->check(kNotEmpty);
-  thumbnail->callback([&a, &chosen] {
-    chosen = [&a] {
-      return RunThumbnail(a.Global(), ToText(a.file), ToText(a.out), a.MakeConsole());
-    };
-  });
-
-  auto* catalogues = app.add_subcommand("catalogues", "List the catalogues of the home");
-  catalogues->callback(
-      [&a, &chosen] { chosen = [&a] { return RunCatalogues(a.Global(), a.MakeConsole()); }; });
+  Does(thumbnail, chosen,
+       [&a] { return RunThumbnail(a.Global(), ToText(a.file), ToText(a.out), a.MakeConsole()); });
 
   auto* demo = app.add_subcommand("demo", "Draw sample photos with metadata; replaces nothing");
   demo->add_option("DIR", a.out, "The folder for the photos; made if it is missing")
       ->required()
       ->check(kNotEmpty);
-  demo->callback(
-      [&a, &chosen] { chosen = [&a] { return RunDemo(ToText(a.out), a.MakeConsole()); }; });
+  Does(demo, chosen, [&a] { return RunDemo(ToText(a.out), a.MakeConsole()); });
+}
+
+void DeclareSearch(CLI::App& app, Arguments& a, Command& chosen) {
+  auto* search = app.add_subcommand("search", "Print the paths of the photos that match");
+  search->add_option("--keywords", a.keywords, "Words, separated by commas")->type_name("WORDS");
+  search->add_flag("--any", a.any, "Any of the words instead of all");
+  search->add_option("--author", a.author, "Part of the author's name")->type_name("TEXT");
+  search->add_option("--from", a.from, "First day")->type_name("DATE");
+  search->add_option("--to", a.to, "Last day")->type_name("DATE");
+  search->add_option("--rating", a.ratings, "A rating, 1 to 5; repeat for alternatives")
+      ->check(CLI::Range(1, 5))
+      ->type_name("N")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  search->add_option("--category", a.categories, "A category; repeat for alternatives")
+      ->type_name("NAME")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  search
+      ->add_option(
+          "--filter", a.filters,
+          "A column's value as the catalogue holds it; repeat to narrow by columns, or for "
+          "alternatives within one")
+      ->type_name("\"COLUMN=VALUE\"")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  search->add_flag("--print-sql", a.printSql, "Print the statement and stop");
+  Does(search, chosen, [&a] {
+    return RunSearch(a.Global(),
+                     {ToText(a.keywords), ToText(a.author), ToText(a.from), ToText(a.to), a.any,
+                      ToTexts(a.ratings), ToTexts(a.categories), ToTexts(a.filters), a.printSql},
+                     a.MakeConsole());
+  });
+
+  auto* values = app.add_subcommand("values", "List the values that the catalogue has in a column");
+  values->add_option("COLUMN", a.column, "Such as \"Shutter Speed\"")->required();
+  Does(values, chosen, [&a] { return RunValues(a.Global(), ToText(a.column), a.MakeConsole()); });
+}
+
+void DeclareValues(CLI::App& app, Arguments& a, Command& chosen) {
+  auto* set = app.add_subcommand("set", "Give values to catalogued photos; an empty text clears");
+  set->add_option("--notes", a.setNotes, "Notes")->type_name("TEXT");
+  set->add_option("--author", a.setAuthor, "Author")->type_name("TEXT");
+  set->add_option("--date", a.setDate, "Date")->type_name("DATE");
+  set->add_option("--rating", a.setRating, "1 to 5")->type_name("N");
+  set->add_option("--categories", a.setCategories, "Categories; unknown ones join the list")
+      ->type_name("A,B");
+  set->add_option("--tags", a.setTags, "Tags")->type_name("TEXT");
+  set->add_option("--flag", a.setFlag, "Flagged, Rejected or Unflagged")->type_name("FLAG");
+  AddPaths(*set, "FILE", a.files, "Catalogued photo files");
+  Does(set, chosen, [&a] {
+    return RunSet(a.Global(),
+                  {ToText(a.setNotes), ToText(a.setAuthor), ToText(a.setDate), ToText(a.setRating),
+                   ToText(a.setCategories), ToText(a.setTags), ToText(a.setFlag), ToTexts(a.files)},
+                  a.MakeConsole());
+  });
+
+  auto* categories = app.add_subcommand("categories", "List the categories, add or delete one");
+  const auto does = [&a](CategoryAction action) {
+    return
+        [&a, action] { return RunCategories(a.Global(), action, ToText(a.name), a.MakeConsole()); };
+  };
+  auto* add = categories->add_subcommand("add", "Add a category to the list");
+  auto* remove = categories->add_subcommand("delete", "Delete a category that no photo has");
+  for (CLI::App* command : {add, remove})
+    command->add_option("NAME", a.name, "The category")->required();
+  categories->require_subcommand(0, 1);
+  // The outer command's turn comes after the inner one's.
+  categories->callback([&chosen, does, add, remove] {
+    chosen = does(*add      ? CategoryAction::Add
+                  : *remove ? CategoryAction::Delete
+                            : CategoryAction::List);
+  });
+}
+
+void DeclareMaintenance(CLI::App& app, Arguments& a, Command& chosen) {
+  auto* catalogues = app.add_subcommand("catalogues", "List the catalogues of the home");
+  Does(catalogues, chosen, [&a] { return RunCatalogues(a.Global(), a.MakeConsole()); });
+
+  auto* fresh = app.add_subcommand("new", "Make an empty catalogue");
+  fresh->add_option("NAME", a.name, "Its name, without .mdb")->required();
+  Does(fresh, chosen, [&a] { return RunNew(a.Global(), ToText(a.name), a.MakeConsole()); });
+
+  auto* optimize = app.add_subcommand("optimize", "Write the catalogue anew without its gaps");
+  Does(optimize, chosen, [&a] { return RunOptimize(a.Global(), a.MakeConsole()); });
+
+  auto* rebuild = app.add_subcommand("rebuild", "Read metadata and thumbnails of photos again");
+  AddPaths(*rebuild, "FILE", a.files, "Catalogued photo files");
+  Does(rebuild, chosen, [&a] { return RunRebuild(a.Global(), ToTexts(a.files), a.MakeConsole()); });
+
+  auto* reconnect =
+      app.add_subcommand("reconnect", "Tell the catalogue where a moved or renamed folder is now");
+  reconnect->add_option("OLD", a.oldFolder, "The folder as the catalogue knows it")
+      ->required()
+      ->check(kNotEmpty);
+  reconnect->add_option("NEW", a.newFolder, "Where its photos are now")
+      ->required()
+      ->check(kNotEmpty);
+  Does(reconnect, chosen, [&a] {
+    return RunReconnect(a.Global(), ToText(a.oldFolder), ToText(a.newFolder), a.MakeConsole());
+  });
+}
+
+/// Declares every command and makes `chosen` what the given one does.
+void Declare(CLI::App& app, Arguments& a, Command& chosen) {
+  DeclareGlobal(app, a);
+  DeclareFiles(app, a, chosen);
+  DeclareSearch(app, a, chosen);
+  DeclareValues(app, a, chosen);
+  DeclareMaintenance(app, a, chosen);
 }
 
 /// Standard error is for the user's files; what the toolkit notes about its surroundings is not.

@@ -3,7 +3,6 @@
 
 #include <utility>
 
-#include "shell/dates.h"
 #include "shell/error.h"
 #include "shell/messages.h"
 
@@ -16,57 +15,9 @@ constexpr int kTicksToWait = 2;
 constexpr int kNextTryMilliseconds = 50;
 int tickMilliseconds = 1000;
 
-/// A text as the catalogue keeps it, or nothing for one that isn't valid.
-using Store = std::optional<QString> (*)(const QString& text);
-
-std::optional<QString> AnyText(const QString& text) {
-  return text;
-}
-
-/// An empty date clears.
-std::optional<QString> DateText(const QString& text) {
-  if (text.trimmed().isEmpty()) return QString();
-  const auto date = ParseDate(text);
-  if (!date) return std::nullopt;
-  return date->date().toString(Qt::ISODate);
-}
-
-std::optional<QString> RatingText(const QString& text) {
-  const bool valid = text.size() == 1 && text.at(0) >= u'1' && text.at(0) <= u'5';
-  return valid ? std::optional(text) : std::nullopt;
-}
-
-std::optional<QString> FlagText(const QString& text) {
-  const bool valid = text == u"Flagged" || text == u"Rejected" || text == u"Unflagged";
-  return valid ? std::optional(text) : std::nullopt;
-}
-
-struct FieldRule {
-  const char16_t* word;
-  Column column;
-  Store store;
-  bool waits;  ///< for the user's last key; a flag is saved at once
-};
-
-constexpr std::array<FieldRule, kKeywordFieldCount> kRules = {{
-    {u"Notes", Column::Notes, AnyText, true},
-    {u"Author", Column::Author, AnyText, true},
-    {u"Date", Column::Date, DateText, true},
-    {u"Rating", Column::Rating, RatingText, true},
-    {u"Categories", Column::Categories, AnyText, true},
-    {u"Tags", Column::Tags, AnyText, true},
-    {u"Flag", Column::Flag, FlagText, false},
-}};
-
-const FieldRule& RuleOf(KeywordField field) {
-  return kRules[static_cast<std::size_t>(field)];
-}
-
-/// A stored text as the panel shows it.
-QString Shown(KeywordField field, const QString& stored) {
-  if (field != KeywordField::Date) return stored;
-  const QDate date = QDate::fromString(stored, Qt::ISODate);
-  return date.isValid() ? ShortDate(date) : stored;
+/// For the user's last key; a flag is saved at once.
+bool Waits(KeywordField field) {
+  return field != KeywordField::Flag;
 }
 
 }  // namespace
@@ -101,11 +52,11 @@ void AutoSave::KeyUp() {
 void AutoSave::Wait() {
   ticks_ = 0;
   counter_.stop();
-  if (Unsaved()) counter_.start(RuleOf(field_).waits ? tickMilliseconds : 1);
+  if (Unsaved()) counter_.start(Waits(field_) ? tickMilliseconds : 1);
 }
 
 void AutoSave::Tick() {
-  if (RuleOf(field_).waits && ++ticks_ < kTicksToWait) return;
+  if (Waits(field_) && ++ticks_ < kTicksToWait) return;
   counter_.stop();
   Q_EMIT Due();
 }
@@ -130,7 +81,7 @@ AutoSave& KeywordFields::Field(KeywordField field) {
 void KeywordFields::LoadRow() {
   const PhotoRecordset& photos = catalogue_.Photos();
   for (const auto& field : fields_)
-    field->Load(Shown(field->Field(), photos.GetField(RuleOf(field->Field()).column)));
+    field->Load(ShownText(field->Field(), photos.GetField(KeywordColumn(field->Field()))));
 }
 
 void KeywordFields::ResetKeywords() {
@@ -151,13 +102,12 @@ void KeywordFields::SaveWhenDue(AutoSave& field) {
 
 bool KeywordFields::Save(AutoSave& field) {
   if (catalogue_.Photos().Count() == 0) return true;
-  const FieldRule& rule = RuleOf(field.Field());
   const QString text = field.Text();
-  const auto stored = rule.store(text);
+  const auto stored = StoredText(field.Field(), text);
   // What isn't valid is passed over: the row keeps its value, the field its text.
   if (!stored) return true;
   const QStringList paths = selected_();
-  const QString word = QString::fromUtf16(rule.word);
+  const QString word = KeywordWord(field.Field());
   queue_.append(word);
   const Outcome assigned = Assign(field.Field(), *stored, paths);
   queue_.removeOne(word);
@@ -171,16 +121,11 @@ bool KeywordFields::Save(AutoSave& field) {
 }
 
 Outcome KeywordFields::Assign(KeywordField field, const QString& stored, const QStringList& paths) {
-  PhotoRecordset& photos = catalogue_.Photos();
   std::optional<BusyRun> run;
   if (!paths.isEmpty()) run.emplace(busy_, u"Auto saving keywords..."_s);
-  if (const Outcome first = photos.MoveFirst(); !first) return first;
-  int done = 0;
-  for (const QString& path : paths) {
-    if (photos.LocateRow(path)) photos.SetField(RuleOf(field).column, stored);
-    run->Progress(++done, static_cast<int>(paths.size()));
-  }
-  return photos.MoveFirst();
+  return AssignKeywords(
+      catalogue_.Photos(), {{field, stored}}, paths,
+      [&run, total = static_cast<int>(paths.size())](int done) { run->Progress(done, total); });
 }
 
 bool KeywordFields::CheckUpdate() {
@@ -188,14 +133,6 @@ bool KeywordFields::CheckUpdate() {
   for (const auto& field : fields_)
     if (field->Unsaved()) saved = Save(*field) && saved;
   return saved;
-}
-
-QStringList CategoryNames(const QString& stored) {
-  return stored.split(u',', Qt::SkipEmptyParts);
-}
-
-QString CategoriesText(const QStringList& names) {
-  return names.isEmpty() ? QString() : u',' + names.join(u',') + u',';
 }
 
 }  // namespace zqm

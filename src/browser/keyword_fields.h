@@ -11,13 +11,10 @@
 #include <functional>
 #include <memory>
 
-#include "catalogue/catalogue.h"
+#include "cataloguing/user_fields.h"
 #include "shell/busy.h"
 
 namespace zqm {
-
-enum class KeywordField { Notes, Author, Date, Rating, Categories, Tags, Flag };
-inline constexpr int kKeywordFieldCount = 7;
 
 /// One value of the photo panel: its text as the user sees it, the text as last read or saved, and
 /// the wait between the two. Typing delays the save; two ticks after the last key it falls due.
@@ -98,9 +95,5 @@ class KeywordFields : public QObject {
   std::array<std::unique_ptr<AutoSave>, kKeywordFieldCount> fields_;
   QStringList queue_;
 };
-
-/// The names in a stored ",Family,Travel," and back. Names without text are left out.
-QStringList CategoryNames(const QString& stored);
-QString CategoriesText(const QStringList& names);
 
 }  // namespace zqm

@@ -8,6 +8,7 @@
 
 #include "cataloguing/catalogue_photo.h"
 #include "cataloguing/decode_ahead.h"
+#include "cataloguing/virtual_exif.h"
 #include "imaging/codec.h"
 #include "shell/dates.h"
 #include "shell/files.h"
@@ -62,6 +63,39 @@ QString WhyUnreachable(const QString& path) {
   return ReadWholeFile(path, 0).Reason() == refused ? refused : QString::fromUtf16(kReasonMissing);
 }
 
+/// Why a file is passed over without being read; "" for one that is wanted.
+using Refusal = std::function<QString(const QString& path)>;
+using PhotoStep = std::function<Outcome(const QString& path, const PhotoFile& photo)>;
+
+/// Reads one photo after the other and hands each to `step`; what fails ends in `failures`, and the
+/// run goes on.
+void ForEachPhoto(const QStringList& paths, ReadRequest request, const Refusal& refusal,
+                  const PhotoStep& step, FailureList& failures,
+                  const std::function<void(const ImportProgress&)>& progress) {
+  ImportProgress at{0, static_cast<int>(paths.size()), QString()};
+  const auto tell = [&] {
+    if (progress) progress(at);
+  };
+  request.thumbnail = true;
+  DecodeAhead ahead(paths, request,
+                    [&refusal](const QString& path) { return refusal(path).isEmpty(); });
+  const auto reasonAgainst = [&](qsizetype i) {
+    const QString& path = at.file;
+    if (!FileExists(path)) return WhyUnreachable(path);
+    if (QString refused = refusal(path); !refused.isEmpty()) return refused;
+    const Result<PhotoFile> photo = ahead.Take(i, tell);
+    if (!photo) return photo.Reason();
+    return step(path, *photo).Reason();
+  };
+  for (qsizetype i = 0; i < paths.size(); ++i, ++at.done) {
+    at.file = paths.at(i);
+    tell();
+    if (const QString reason = reasonAgainst(i); !reason.isEmpty()) failures.Add(at.file, reason);
+  }
+  at.file.clear();
+  tell();
+}
+
 void WriteTexts(const ImportTexts& texts, PhotoRecordset& photos) {
   if (!texts.notes.isEmpty()) photos.SetField(Column::Notes, texts.notes);
   if (texts.date.isValid()) photos.SetField(Column::Date, texts.date.toString(Qt::ISODate));
@@ -86,40 +120,40 @@ ImportResult CatalogueFiles(const QStringList& paths, const ImportTexts& texts, 
                             const std::function<void(const ImportProgress&)>& progress) {
   PhotoRecordset& photos = catalogue.Photos();
   ImportResult result;
-  ImportProgress at{0, static_cast<int>(paths.size()), QString()};
-  const auto tell = [&] {
-    if (progress) progress(at);
-  };
-  request.thumbnail = true;
-  DecodeAhead ahead(paths, request,
-                    [&photos](const QString& path) { return !photos.IsCatalogued(path); });
-  for (qsizetype i = 0; i < paths.size(); ++i, ++at.done) {
-    const QString& path = at.file = paths.at(i);
-    tell();
-    if (!FileExists(path)) {
-      result.failures.Add(path, WhyUnreachable(path));
-      continue;
-    }
-    if (photos.IsCatalogued(path)) {
-      result.failures.Add(path, QString::fromUtf16(import_text::kExists));
-      continue;
-    }
-    const Result<PhotoFile> photo = ahead.Take(i, tell);
-    if (!photo) {
-      result.failures.Add(path, photo.Reason());
-      continue;
-    }
-    const Outcome added = CataloguePhoto(*photo, path, photos,
-                                         [&texts](PhotoRecordset& row) { WriteTexts(texts, row); });
-    if (!added) {
-      result.failures.Add(path, added.Reason());
-      continue;
-    }
-    ++result.added;
-    if (view != nullptr) view->MarkCatalogued(path);
-  }
-  at.file.clear();
-  tell();
+  ForEachPhoto(
+      paths, std::move(request),
+      [&photos](const QString& path) {
+        return photos.IsCatalogued(path) ? QString::fromUtf16(import_text::kExists) : QString();
+      },
+      [&](const QString& path, const PhotoFile& photo) {
+        Outcome added = CataloguePhoto(photo, path, photos,
+                                       [&texts](PhotoRecordset& row) { WriteTexts(texts, row); });
+        if (!added) return added;
+        ++result.added;
+        if (view != nullptr) view->MarkCatalogued(path);
+        return added;
+      },
+      result.failures, progress);
+  return result;
+}
+
+ImportResult RebuildPhotos(const QStringList& paths, ReadRequest request, Catalogue& catalogue,
+                           const std::function<void(const ImportProgress&)>& progress) {
+  PhotoRecordset& photos = catalogue.Photos();
+  ImportResult result;
+  ForEachPhoto(
+      paths, std::move(request),
+      [&photos](const QString& path) {
+        return photos.IsCatalogued(path) ? QString() : QString::fromUtf16(kReasonNotCatalogued);
+      },
+      [&](const QString& path, const PhotoFile& photo) {
+        if (!photos.LocateRow(path)) return photos.MoveFirst();
+        UpdatefromForm3(ReadMetadataRecord(photo, path), photo.thumbnail, photos);
+        Outcome written = photos.CommitRow();
+        if (written) ++result.added;
+        return written;
+      },
+      result.failures, progress);
   return result;
 }
 

@@ -48,6 +48,12 @@ ImportResult CatalogueFiles(const QStringList& paths, const ImportTexts& texts, 
                             Catalogue& catalogue, BrowserView* view,
                             const std::function<void(const ImportProgress&)>& progress);
 
+/// Reads metadata and thumbnail of catalogued photos again. `Flag` and what the user gave stay; a
+/// photo without a row is a failure. `added` is the number of rows that were written. Runs and
+/// reports as `CatalogueFiles` does.
+ImportResult RebuildPhotos(const QStringList& paths, ReadRequest request, Catalogue& catalogue,
+                           const std::function<void(const ImportProgress&)>& progress);
+
 namespace import_text {
 inline constexpr char16_t kNoFolder[] = u"No folder has been selected.";
 inline constexpr char16_t kInvalidDate[] = u"Invalid date format.";
@@ -59,6 +65,11 @@ inline constexpr char16_t kDone[] =
 inline constexpr char16_t kFilesFailures[] =
     u"The following files could not be added to the database:";
 inline constexpr char16_t kFilesDone[] = u"The selected file(s) have been added to the database.";
+inline constexpr char16_t kRebuilding[] = u"Rebuilding Thumbnails and Metadata. Please wait...";
+inline constexpr char16_t kRebuildFailures[] =
+    u"Thumbnails and Metadata information for the following file(s) could not be updated:";
+inline constexpr char16_t kRebuildDone[] =
+    u"Thumbnails and Metadata information for the selected photo(s) have been updated.";
 inline constexpr char16_t kUnreadableName[] = u"File name cannot be read";
 inline constexpr char16_t kExists[] = u"File already exists in database";
 }  // namespace import_text

@@ -228,5 +228,115 @@ TEST_F(CommandLine, AKilledImportLeavesASoundCatalogue) {
   EXPECT_EQ(Run({u"row"_s, scratch_.Path("photos/039.jpg")}).exitCode, 0);
 }
 
+TEST_F(CommandLine, ValuesAreSetSearchedAndListed) {
+  const QString first = scratch_.Write(
+      "photos/Jörg's.jpg", test::SampleJpeg(30, 20, {{u"EXIF_ExposureTime", u"0.004"}}));
+  const QString second =
+      scratch_.Write("photos/two.jpg", test::SampleJpeg(30, 20, {{u"EXIF_ExposureTime", u"2"}}));
+  ASSERT_EQ(Run({u"catalog"_s, scratch_.Path("photos")}).exitCode, 0);
+  EXPECT_EQ(Run({u"values"_s, u"exposure time"_s}).out, u"2 sec\n1/250 sec\n"_s);
+
+  const test::Ran set =
+      Run({u"set"_s, u"--rating"_s, u"4"_s, u"--categories"_s, u"Familie,Öl"_s, u"--date"_s,
+           u"2/29/2008"_s, u"--tags"_s, u"Größe"_s, first, u"/nowhere.jpg"_s});
+  EXPECT_EQ(set.exitCode, 1);
+  EXPECT_EQ(set.err, u"/nowhere.jpg: File is not in the database\n"_s);
+  EXPECT_EQ(Run({u"categories"_s}).out, u"Familie\nÖl\n"_s);
+  const QList<QStringList> findsFirst = {
+      {u"--rating"_s, u"4"_s, u"--rating"_s, u"5"_s},
+      {u"--category"_s, u"öl"_s},
+      {u"--keywords"_s, u"GRÖSSE,größe"_s, u"--any"_s},
+      {u"--from"_s, u"29.2.2008"_s},
+      {u"--filter"_s, u"Exposure Time=1/250 sec"_s, u"--filter"_s, u"Flag=Unflagged"_s},
+  };
+  for (const QStringList& criteria : findsFirst)
+    EXPECT_EQ(Run(QStringList{u"search"_s} + criteria).out, first + u'\n')
+        << criteria.join(u' ').toStdString();
+  const test::Ran all = Run({u"--json"_s, u"search"_s, u"--filter"_s, u"Exposure Time=2 sec"_s,
+                             u"--filter"_s, u"Exposure Time=1/250 sec"_s});
+  EXPECT_EQ(QJsonDocument::fromJson(all.out.toUtf8()).array(), (QJsonArray{first, second}));
+
+  EXPECT_EQ(Run({u"categories"_s, u"delete"_s, u"Öl"_s}).err,
+            u"Cannot delete the selected category since it has existing items assigned to it.\n"_s);
+  EXPECT_EQ(Run({u"set"_s, u"--categories"_s, u""_s, u"--tags"_s, u""_s, first}).exitCode, 0);
+  EXPECT_EQ(Run({u"categories"_s, u"delete"_s, u"öl"_s}).exitCode, 0);
+  EXPECT_EQ(Run({u"categories"_s, u"add"_s, u"\"Öl\""_s}).out,
+            u"'Öl' has been added to the list of categories.\n"_s);
+  EXPECT_EQ(Run({u"search"_s, u"--keywords"_s, u"größe"_s}).out, QString());
+}
+
+TEST_F(CommandLine, SearchesAndValuesThatMakeNoSenseAreRefused) {
+  const QList<QStringList> refused = {
+      {u"search"_s},
+      {u"search"_s, u"--keywords"_s, u" , ,"_s},
+      {u"search"_s, u"--rating"_s, u"6"_s},
+      {u"search"_s, u"--to"_s, u"31/2/2008"_s},
+      {u"search"_s, u"--filter"_s, u"Shutter Speed"_s},
+      {u"search"_s, u"--filter"_s, u"Colour=red"_s},
+      {u"values"_s, u"Thumbnail"_s},
+      {u"set"_s, u"/a.jpg"_s},
+      {u"set"_s, u"--rating"_s, u"six"_s, u"/a.jpg"_s},
+      {u"set"_s, u"--flag"_s, u"flagged"_s, u"/a.jpg"_s},
+      {u"categories"_s, u"add"_s, u"[]"_s},
+      {u"categories"_s, u"delete"_s, u"unknown"_s},
+      {u"new"_s, u"zolmira qm"_s},
+  };
+  for (const QStringList& arguments : refused) {
+    const test::Ran ran = Run(arguments);
+    EXPECT_EQ(ran.exitCode, 2) << arguments.join(u' ').toStdString();
+    EXPECT_FALSE(ran.err.isEmpty());
+  }
+  EXPECT_EQ(Run({u"search"_s, u"--rating"_s, u"3"_s, u"--print-sql"_s}).out,
+            u"Select * from qryphoto WHERE ([Rating] = '3')\n"_s);
+}
+
+/// Kills the process again and again, a little later each time, until it ends by itself.
+void KillUntilDone(const QStringList& arguments, const std::function<void()>& check) {
+  for (int wait = 4;; wait += 6) {
+    QProcess process;
+    test::PrepareZqm(process, arguments);
+    process.start();
+    ASSERT_TRUE(process.waitForStarted());
+    const bool done = process.waitForFinished(wait) && process.exitStatus() == QProcess::NormalExit;
+    if (!done) {
+      process.kill();
+      process.waitForFinished();
+    }
+    check();
+    if (done) {
+      EXPECT_EQ(process.exitCode(), 0);
+      return;
+    }
+  }
+}
+
+TEST_F(CommandLine, AKilledOptimizeOrReconnectLosesNoRow) {
+  constexpr int kPhotos = 60;
+  for (int i = 0; i < kPhotos; ++i)
+    scratch_.Write(u"old/%1.jpg"_s.arg(i).toUtf8().constData(), test::SampleJpeg(90, 60));
+  ASSERT_EQ(Run({u"catalog"_s, scratch_.Path("old")}).exitCode, 0);
+  const QString home = scratch_.Path("home");
+  const auto sound = [this, photos = kPhotos] {
+    int rows = 0;
+    ExpectSoundCatalogue(rows);
+    EXPECT_EQ(rows, photos);
+  };
+  KillUntilDone({u"--home"_s, home, u"optimize"_s}, sound);
+  EXPECT_EQ(QDir(home + u"/AppData/Zolmira/QM/Temp"_s).entryList(QDir::Files), QStringList());
+  ASSERT_TRUE(QDir().rename(scratch_.Path("old"), scratch_.Path("new")));
+  KillUntilDone({u"--home"_s, home, u"reconnect"_s, scratch_.Path("old"), scratch_.Path("new")},
+                [&] {
+                  sound();
+                  // All rows have gone over, or none.
+                  const qsizetype moved =
+                      Run({u"search"_s, u"--filter"_s, u"Parent Folder="_s + scratch_.Path("new")})
+                          .out.count(u'\n');
+                  EXPECT_TRUE(moved == 0 || moved == kPhotos) << moved;
+                });
+  EXPECT_EQ(
+      Run({u"rebuild"_s, scratch_.Path("new/1.jpg")}).out,
+      u"Thumbnails and Metadata information for the selected photo(s) have been updated.\n"_s);
+}
+
 }  // namespace
 }  // namespace zqm

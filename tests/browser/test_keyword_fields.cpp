@@ -140,12 +140,5 @@ TEST_F(Keywords, ASaveThatFailsKeepsTheTextUntilItSucceeds) {
     EXPECT_EQ(Stored(path, Column::Notes), u"written twice"_s);
 }
 
-TEST(Categories, NamesStandBetweenCommas) {
-  EXPECT_EQ(CategoriesText({u"Family"_s, u"Travel"_s}), u",Family,Travel,"_s);
-  EXPECT_EQ(CategoriesText({}), QString());
-  EXPECT_EQ(CategoryNames(u",Family,,Travel,"_s), (QStringList{u"Family"_s, u"Travel"_s}));
-  EXPECT_EQ(CategoryNames(u"Family"_s), QStringList{u"Family"_s});
-}
-
 }  // namespace
 }  // namespace zqm

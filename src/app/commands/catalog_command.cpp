@@ -1,7 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <QJsonArray>
-#include <QJsonObject>
-
 #include "app/commands/commands.h"
 #include "cataloguing/folder_import.h"
 #include "shell/files.h"
@@ -23,21 +20,6 @@ QStringList CollectFiles(const CatalogOptions& options, FailureList& failures) {
   }
   paths.removeDuplicates();
   return paths;
-}
-
-void Report(const ImportResult& result, const QString& message, const Console& console) {
-  if (console.Json()) {
-    QJsonArray failures;
-    for (const FailureRow& row : result.failures.rows)
-      failures.append(QJsonObject{{u"File"_s, row.File}, {u"Reason"_s, row.Reason}});
-    console.Document(QJsonDocument(QJsonObject{
-        {u"Added"_s, result.added}, {u"Message"_s, message}, {u"Failures"_s, failures}}));
-    console.Failures(result.failures);
-    return;
-  }
-  if (result.failures.Empty()) return console.Line(message);
-  console.ErrorLine(message);
-  console.Failures(result.failures);
 }
 
 }  // namespace
@@ -67,10 +49,10 @@ int RunCatalog(const GlobalOptions& global, const CatalogOptions& options, const
   console.ClearProgress();
   result.failures.rows.insert(result.failures.rows.begin(), scanFailures.rows.begin(),
                               scanFailures.rows.end());
-  const bool allDone = result.failures.Empty();
-  Report(result, QString::fromUtf16(allDone ? import_text::kDone : import_text::kFailures),
-         console);
-  return allDone ? kExitDone : kExitSomeFailed;
+  return console.Report(
+      result.added, "Added",
+      QString::fromUtf16(result.failures.Empty() ? import_text::kDone : import_text::kFailures),
+      result.failures);
 }
 
 }  // namespace zqm

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 #include "app/commands/console.h"
 #include "session/session.h"
@@ -31,6 +32,33 @@ struct CatalogOptions {
   QString notes, author, date;
 };
 int RunCatalog(const GlobalOptions& global, const CatalogOptions& options, const Console& console);
+
+struct SearchOptions {
+  QString keywords, author, from, to;
+  bool any = false;  ///< any of the words, not all
+  QStringList ratings, categories;
+  QStringList filters;    ///< "Column=Value"; several values of one column are alternatives
+  bool printSql = false;  ///< print the statement and stop
+};
+int RunSearch(const GlobalOptions& global, const SearchOptions& options, const Console& console);
+int RunValues(const GlobalOptions& global, const QString& column, const Console& console);
+
+/// What isn't given isn't touched; an empty text clears.
+struct SetOptions {
+  std::optional<QString> notes, author, date, rating, categories, tags, flag;
+  QStringList files;
+};
+int RunSet(const GlobalOptions& global, const SetOptions& options, const Console& console);
+
+enum class CategoryAction { List, Add, Delete };
+int RunCategories(const GlobalOptions& global, CategoryAction action, const QString& name,
+                  const Console& console);
+
+int RunNew(const GlobalOptions& global, const QString& name, const Console& console);
+int RunOptimize(const GlobalOptions& global, const Console& console);
+int RunRebuild(const GlobalOptions& global, const QStringList& files, const Console& console);
+int RunReconnect(const GlobalOptions& global, const QString& oldFolder, const QString& newFolder,
+                 const Console& console);
 
 int RunInfo(const QStringList& files, const Console& console);
 int RunRow(const GlobalOptions& global, const QStringList& files, const Console& console);

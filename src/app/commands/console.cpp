@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/commands/console.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <cstdio>
 
@@ -44,10 +45,46 @@ void Console::Document(const QJsonDocument& document) const {
   Put(stdout, document.toJson(QJsonDocument::Indented));
 }
 
+void Console::MessageDocument(const QString& message) const {
+  if (json_) Document(QJsonDocument(QJsonObject{{QStringLiteral("Message"), message}}));
+}
+
 int Console::Refuse(const QString& message) const {
   ErrorLine(message);
-  if (json_) Document(QJsonDocument(QJsonObject{{QStringLiteral("Message"), message}}));
+  MessageDocument(message);
   return kExitUsage;
+}
+
+int Console::Done(const QString& message) const {
+  if (!json_ && !message.isEmpty()) Line(message);
+  MessageDocument(message);
+  return kExitDone;
+}
+
+int Console::Fail(const QString& message) const {
+  ErrorLine(message);
+  MessageDocument(message);
+  return kExitSomeFailed;
+}
+
+int Console::Report(int count, const char* word, const QString& message,
+                    const FailureList& failures) const {
+  if (json_) {
+    QJsonArray rows;
+    for (const FailureRow& row : failures.rows)
+      rows.append(
+          QJsonObject{{QStringLiteral("File"), row.File}, {QStringLiteral("Reason"), row.Reason}});
+    Document(QJsonDocument(QJsonObject{{QString::fromLatin1(word), count},
+                                       {QStringLiteral("Message"), message},
+                                       {QStringLiteral("Failures"), rows}}));
+  } else if (!message.isEmpty()) {
+    if (failures.Empty())
+      Line(message);
+    else
+      ErrorLine(message);
+  }
+  Failures(failures);
+  return failures.Empty() ? kExitDone : kExitSomeFailed;
 }
 
 void Console::Failures(const FailureList& failures) const {

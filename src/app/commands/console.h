@@ -28,6 +28,15 @@ class Console {
   /// A message that ends the command before anything was done; also as a document where one is
   /// expected. Returns `kExitUsage`.
   int Refuse(const QString& message) const;
+  /// The closing message of a command that did what it should. Returns `kExitDone`.
+  int Done(const QString& message) const;
+  /// Why a command could not be carried out, though it was asked for rightly. Returns
+  /// `kExitSomeFailed`.
+  int Fail(const QString& message) const;
+  /// How a run over files ended: `count` files under the document's key `word`, a message ("" for
+  /// none) and the failures. Returns the exit code.
+  int Report(int count, const char* word, const QString& message,
+             const FailureList& failures) const;
   /// "FILE: REASON", a line each, on standard error.
   void Failures(const FailureList& failures) const;
   /// A line that the next one overwrites; only where standard error is a terminal.
@@ -38,6 +47,8 @@ class Console {
   int Finish(int exitCode) const;
 
  private:
+  void MessageDocument(const QString& message) const;
+
   bool json_;
 };
 

@@ -15,6 +15,7 @@
 #include <QWidgetAction>
 
 #include "browser/ui/rating_stars.h"
+#include "search/categories.h"
 #include "shell/dates.h"
 #include "shell/ui/look.h"
 

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "search/categories.h"
+
+#include "search/query_builder.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+
+QStringList CategoryNames(const QString& stored) {
+  return stored.split(u',', Qt::SkipEmptyParts);
+}
+
+QString CategoriesText(const QStringList& names) {
+  return names.isEmpty() ? QString() : u',' + names.join(u',') + u',';
+}
+
+QString CategoryName(const QString& typed) {
+  return WithoutPatternMarks(typed);
+}
+
+Result<QString> AddCategory(Catalogue& catalogue, const QString& typed) {
+  const QString name = CategoryName(typed);
+  if (name.trimmed().isEmpty()) return QString();
+  if (const Outcome added = catalogue.AddCategory(name); !added) return Failure{added.Reason()};
+  return QString::fromUtf16(category_text::kAdded).arg(name);
+}
+
+bool CategoryInUse(const Catalogue& catalogue, const QString& name) {
+  // A quote inside is doubled, so that an odd name of old can be asked for too.
+  const QString pattern = QString(name).replace(u'"', u"\"\""_s);
+  return !catalogue
+              .Query(u"Select Categories,ID,Photo from qryphoto WHERE [Categories] like \"%,"_s +
+                         pattern + u",%\""_s,
+                     Column::Photo)
+              .isEmpty();
+}
+
+}  // namespace zqm
