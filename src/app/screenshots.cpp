@@ -5,7 +5,9 @@
 #include <QCommandLineParser>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QSettings>
 #include <QTabWidget>
 #include <cstdio>
@@ -13,8 +15,14 @@
 
 #include "app/start/start_windows.h"
 #include "browser/ui/frmmain.h"
+#include "cataloguing/reconnect.h"
 #include "cataloguing/ui/frmcatalog.h"
+#include "cataloguing/ui/frmconnect.h"
 #include "imaging/ui/image_multi_x.h"
+#include "search/ui/check_list.h"
+#include "search/ui/frmaddcategory.h"
+#include "search/ui/search_panel.h"
+#include "session/ui/frmnewdb.h"
 #include "session/ui/frmsettings.h"
 #include "shell/files.h"
 #include "shell/locale_info.h"
@@ -87,12 +95,41 @@ class Studio {
       Take(window, u"main-catalogue"_s);
       QFile::rename(hidden, away);
     }
+    Searches(window);
     const QString empty = photos_ + u"/empty"_s;
     QDir().mkpath(empty);
     window.OpenPath(empty);
     Settle();
     Take(window, u"main-empty"_s);
     QDir().rmdir(empty);
+  }
+
+  void Searches(frmmain& window) {
+    Trigger(window, u"mnusearch");
+    auto* panel = window.findChild<SearchPanel*>(u"searchpanel"_s);
+    panel->findChild<QLineEdit*>(u"Text6"_s)->setText(u"light"_s);
+    panel->SetAdvancedSearch(true);
+    auto* slot = panel->findChild<QWidget*>(u"filterslot(0)"_s);
+    slot->findChild<QAction*>(u"mnushutter"_s)->trigger();
+    auto* values = panel->findChild<CheckList*>(u"lstfilter(0)"_s);
+    values->SetTicked(values->Items());
+    panel->findChild<QAbstractButton*>(u"Command1"_s)->click();
+    Settle(kRest * 2);
+    Take(window, u"main-search"_s);
+    // Shown from its button; a menu's own window is drawn by itself.
+    auto* menu = slot->findChild<QMenu*>(u"mnufilter"_s);
+    menu->popup(window.geometry().center());
+    Show(*menu, u"menu-filter"_s);
+    for (const QAction* group : menu->actions())
+      if (group->menu() != nullptr && group->text() == u"EXIF"_s)
+        Show(*group->menu(), u"menu-filter-exif"_s);
+    menu->close();
+    panel->findChild<QAbstractButton*>(u"cmdclear"_s)->click();
+    panel->SetAdvancedSearch(false);
+    panel->findChild<QAbstractButton*>(u"Command1"_s)->click();
+    Settle();
+    Take(window, u"main-search-empty"_s);
+    window.findChild<QTabWidget*>(u"lefttabs"_s)->setCurrentIndex(0);
   }
 
   void Dialogs() {
@@ -117,6 +154,15 @@ class Studio {
     auto* tree = import.findChild<FolderTree*>(u"FolderTreeview1"_s);
     tree->model()->setData(tree->currentIndex(), Qt::Checked, Qt::CheckStateRole);
     Show(import, u"frmcatalog"_s);
+    frmaddcategory category(session_.ActiveCatalogue());
+    Show(category, u"frmaddcategory"_s);
+    frmnewdb fresh(session_.Folders());
+    Show(fresh, u"frmnewdb"_s);
+    frmconnect connection(session_.ActiveCatalogue(),
+                          CatalogueFolders(session_.ActiveCatalogue()) +
+                              QStringList{u"/media/Holidays/2019/Graz"_s});
+    connection.findChild<FolderTree*>(u"FolderTreeview1"_s)->SetCurrentFolder(photos_);
+    Show(connection, u"frmconnect"_s);
     FailureList failures{u"The following files could not be added to the database:"_s, {}};
     failures.Add(photos_ + u"/Fog on the lake.jpg"_s, u"File already exists in database"_s);
     failures.Add(photos_ + u"/gone.jpg"_s, u"File is offline or missing"_s);

@@ -15,6 +15,10 @@ using namespace Qt::StringLiterals;
 namespace zqm {
 namespace {
 
+constexpr char16_t kEveryPhoto[] = u"Select * from qryphoto";
+constexpr char16_t kNothingAsked[] = u"Say what to look for, then press Search.";
+constexpr char16_t kNothingFound[] = u"No photo of the catalogue matches this search.";
+constexpr char16_t kRetrieving[] = u"Retrieving Information. Please wait...";
 constexpr char16_t kOffline[] = u" is missing or is offline.";
 constexpr char16_t kResultFailures[] =
     u"The following files are missing or offline but could not be loaded from the database:";
@@ -108,7 +112,7 @@ void Browser::LoadFolder(const QString& path) {
   folder_ = StripSlash(path);
   ClearForLoad();
   {
-    BusyRun run(busy_, u"Retrieving Information. Please wait..."_s);
+    BusyRun run(busy_, QString::fromUtf16(kRetrieving));
     FailureList unread;
     const QStringList paths =
         RunAside([&unread, this] { return ScanFolder(folder_, false, unread); });
@@ -120,6 +124,56 @@ void Browser::LoadFolder(const QString& path) {
   watch_.WatchFolder(folder_);
   Q_EMIT ListLoaded();
   Q_EMIT CounterChanged(Counter());
+}
+
+// From the catalogue.
+
+void Browser::Search(const SearchCriteria& criteria) {
+  if (Refused() || !keywords_.CheckUpdate()) return;
+  source_ = Source::Catalogue;
+  folder_.clear();
+  statement_.clear();
+  ClearForLoad();
+  emptyReason_ = QString::fromUtf16(kNothingAsked);
+  Q_EMIT ListLoaded();
+  Q_EMIT CounterChanged(Counter());
+  const auto statement = zqm::BuildSQL(criteria);
+  if (!statement) {
+    MsgBox(statement.Reason(), MessageKind::Warning);
+    return;
+  }
+  Q_EMIT SearchDatesChanged(statement->dateFrom, statement->dateTo);
+  if (!statement->condition.isEmpty())
+    ShowHits(statement->Text(), QString::fromUtf16(search_text::kSearching));
+}
+
+void Browser::ShowCatalogue() {
+  if (Refused() || !keywords_.CheckUpdate()) return;
+  ShowHits(QString::fromUtf16(kEveryPhoto), u"Loading Photos..."_s);
+}
+
+void Browser::ShowHits(const QString& statement, const QString& busyText) {
+  const QStringList paths = [&] {
+    const BusyRun run(busy_, busyText);
+    YieldToInterface();
+    return catalogue_.Query(statement, Column::Photo);
+  }();
+  statement_ = statement;
+  const bool search = statement != QStringView(kEveryPhoto);
+  if (paths.isEmpty() && search) {
+    emptyReason_ = QString::fromUtf16(kNothingFound);
+    Q_EMIT ListLoaded();
+    MsgBox(QString::fromUtf16(search_text::kNoResults), MessageKind::Information);
+    return;
+  }
+  LoadResults(paths);
+  if (search) emptyReason_ = QString::fromUtf16(kNothingFound);
+}
+
+void Browser::Refresh() {
+  if (source_ == Source::Folder) return FolderTreeview1_FolderClick(folder_, false);
+  if (statement_.isEmpty() || Refused() || !keywords_.CheckUpdate()) return;
+  ShowHits(statement_, QString::fromUtf16(search_text::kSearching));
 }
 
 void Browser::LoadResults(const QStringList& paths) {
@@ -148,6 +202,9 @@ void Browser::LoadResults(const QStringList& paths) {
     thumbnails_.AppendImages(shown);
     for (const QString& path : offline)
       thumbnails_.SetOffline(thumbnails_.IndexOf(path), true);
+  }
+  {
+    const BusyRun run(busy_, QString::fromUtf16(kRetrieving));
     RefreshMarks();
   }
   Q_EMIT ListLoaded();
@@ -400,7 +457,37 @@ void Browser::mnucatalogindividual_Click() {
   Q_EMIT FailuresFound(result.failures);
 }
 
+void Browser::RebuildSelected() {
+  if (Refused() || selected_.isEmpty() || !keywords_.CheckUpdate()) return;
+  const QStringList paths = selected_;
+  ImportResult result;
+  {
+    BusyRun run(busy_, QString::fromUtf16(import_text::kRebuilding));
+    YieldToInterface();
+    result = RebuildPhotos(paths, session_.ReadSettings(), catalogue_,
+                           [&run](const ImportProgress& at) { run.Progress(at.done, at.total); });
+  }
+  for (const QString& path : paths)
+    if (const int at = thumbnails_.IndexOf(path); at >= 0) thumbnails_.UpdateImage(at);
+  RefreshLive();
+  if (result.failures.Empty()) {
+    MsgBox(QString::fromUtf16(import_text::kRebuildDone), MessageKind::Information);
+    return;
+  }
+  result.failures.label = QString::fromUtf16(import_text::kRebuildFailures);
+  Q_EMIT FailuresFound(result.failures);
+}
+
+void Browser::LetGoOfCatalogue() {
+  released_ = true;
+  thumbnails_.SetStoredThumbnails([](const QString&) { return QByteArray(); });
+  watch_.WatchFolder(QString());
+  watch_.WatchPhoto(QString());
+  loader_.Drop();
+}
+
 bool Browser::MayClose() {
+  if (released_) return true;
   if (Refused()) return false;
   if (keywords_.CheckUpdate()) return true;
   return MsgBox(u"Close all the same and lose these changes?"_s, MessageKind::Question,

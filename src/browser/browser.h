@@ -13,6 +13,7 @@
 #include "browser/photo_loader.h"
 #include "cataloguing/browser_view.h"
 #include "imaging/thumbnail_list.h"
+#include "search/query_builder.h"
 #include "session/session.h"
 #include "shell/busy.h"
 #include "shell/failure_list.h"
@@ -63,6 +64,13 @@ class Browser : public QObject, public BrowserView {
   /// can't be shown at all ends in the failure list.
   void LoadResults(const QStringList& paths);
 
+  /// The Search button: empties the list, builds the statement and shows its hits.
+  void Search(const SearchCriteria& criteria);
+  /// Every photo of the catalogue.
+  void ShowCatalogue();
+  /// The shown folder, or the last search, again.
+  void Refresh();
+
   /// The user's selection is another one now.
   void OnImageSelect(const QStringList& selected);
   /// What was done to the selected files or rows is to show: the same selection, read again. User
@@ -77,6 +85,8 @@ class Browser : public QObject, public BrowserView {
   void mnusortflag_Click();
   /// Catalogues the selected photos.
   void mnucatalogindividual_Click();
+  /// Reads metadata and thumbnails of the selected photos again.
+  void RebuildSelected();
   /// Marks of all thumbnails as the catalogue has them now.
   void RefreshMarks();
 
@@ -88,12 +98,17 @@ class Browser : public QObject, public BrowserView {
   /// Saves what waits. False while work is under way, or when the user's edits can't be saved and
   /// he doesn't want to lose them.
   bool MayClose();
+  /// From now on the catalogue isn't asked for anything: it is about to be closed, and the window
+  /// after it.
+  void LetGoOfCatalogue();
 
   void MarkCatalogued(const QString& path) override;
 
  Q_SIGNALS:
   void ListLoaded();
   void CounterChanged(const QString& text);
+  /// One of a search's dates has taken the other's text.
+  void SearchDatesChanged(const QString& from, const QString& to);
   /// The selection stays what it was (`Selected`): what was typed could not be saved.
   void SelectionKept();
   /// None or several photos are selected.
@@ -119,6 +134,7 @@ class Browser : public QObject, public BrowserView {
   void EnableKeywords();
   QString WhyNotEditable() const;
   bool Refused();
+  void ShowHits(const QString& statement, const QString& busyText);
   void OnFolderChanged();
   void OnPhotoChanged(const QString& path);
   void Sort(const QString& busyText, const std::function<std::vector<int>()>& order);
@@ -135,9 +151,11 @@ class Browser : public QObject, public BrowserView {
   Source source_ = Source::None;
   QString folder_;
   QString emptyReason_;
+  QString statement_;  // of the search that is shown; "" without one
   QSize viewBox_{1024, 768};
   bool justLoaded_ = false;
   bool live_ = false;
+  bool released_ = false;  // the catalogue is no longer to be used
 };
 
 }  // namespace zqm

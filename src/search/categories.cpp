@@ -2,6 +2,7 @@
 #include "search/categories.h"
 
 #include "search/query_builder.h"
+#include "shell/messages.h"
 
 using namespace Qt::StringLiterals;
 
@@ -34,6 +35,18 @@ bool CategoryInUse(const Catalogue& catalogue, const QString& name) {
                          pattern + u",%\""_s,
                      Column::Photo)
               .isEmpty();
+}
+
+bool AskAndDeleteCategory(Catalogue& catalogue, const QString& name) {
+  if (CategoryInUse(catalogue, name)) {
+    MsgBox(QString::fromUtf16(category_text::kInUse), MessageKind::Information);
+    return false;
+  }
+  const QString question = QString::fromUtf16(category_text::kDelete).arg(name);
+  if (MsgBox(question, MessageKind::Question, Buttons::YesNo) != Answer::Yes) return false;
+  const Outcome deleted = catalogue.DeleteCategory(name);
+  if (!deleted) MsgBox(deleted.Reason(), MessageKind::Warning);
+  return static_cast<bool>(deleted);
 }
 
 }  // namespace zqm

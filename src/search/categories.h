@@ -24,6 +24,10 @@ Result<QString> AddCategory(Catalogue& catalogue, const QString& typed);
 /// Whether any photo's row has the category.
 bool CategoryInUse(const Catalogue& catalogue, const QString& name);
 
+/// Asks, and deletes a category that no photo has from the list. False when it stays: the user was
+/// told why, or has thought better of it.
+bool AskAndDeleteCategory(Catalogue& catalogue, const QString& name);
+
 namespace category_text {
 inline constexpr char16_t kInUse[] =
     u"Cannot delete the selected category since it has existing items assigned to it.";

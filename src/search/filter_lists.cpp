@@ -112,16 +112,9 @@ void SortByKind(QStringList& values, const Kind& kind) {
 }
 
 void SortByAlphabet(QStringList& values) {
-  QCollator collator{QLocale()};
+  QCollator collator{UserLocale()};
   collator.setCaseSensitivity(Qt::CaseInsensitive);
-  std::vector<std::pair<QCollatorSortKey, QString>> keyed;
-  keyed.reserve(static_cast<std::size_t>(values.size()));
-  for (QString& value : values)
-    keyed.emplace_back(collator.sortKey(value), std::move(value));
-  std::ranges::stable_sort(keyed, [](const auto& a, const auto& b) { return a.first < b.first; });
-  values.clear();
-  for (auto& [key, value] : keyed)
-    values.append(std::move(value));
+  std::ranges::stable_sort(values, collator);
 }
 
 // ---- The menu ----------------------------------------------------------------------------------

@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QThread>
 #include <QTimer>
+#include <utility>
 
 #include "app/start/sample_offer.h"
 #include "app/start/start_windows.h"
@@ -136,8 +137,13 @@ void StartUp::Activate(const QString& name) {
       session_->Activate(name, [&intro](const QString& status) { intro.SetStatus(status); });
   if (!activated) {
     intro.hide();
-    return Fail(activated.Reason());
+    const QString former = std::exchange(former_, QString());
+    if (former.isEmpty() || former == name) return Fail(activated.Reason());
+    MsgBox(activated.Reason(), MessageKind::Critical);
+    return Activate(former);
   }
+  former_.clear();
+  loaded_ = name;
   try {
     main_ = std::make_unique<frmmain>(*session_);
   } catch (const Error& error) {
@@ -146,8 +152,10 @@ void StartUp::Activate(const QString& name) {
     intro.hide();
     return Fail(QString::fromUtf16(session_text::kDamaged));
   }
+  connect(main_.get(), &frmmain::SelectDatabaseWanted, this,
+          [this] { Guarded("frmcheckDB", "cmdok_Click", [this] { SelectDatabase(); }); });
   connect(main_.get(), &frmmain::Closed, this, [this] {
-    instance_.Close();
+    if (switchTo_.isEmpty()) instance_.Close();
     // Not from inside the window's own event.
     QTimer::singleShot(0, this,
                        [this] { Guarded("frmmain", "Form_Unload", [this] { Unload(); }); });
@@ -164,6 +172,14 @@ void StartUp::Activate(const QString& name) {
       if (!folder.isEmpty()) main_->OpenPath(folder);
     });
   });
+}
+
+/// From the menu: the window closes, and opens anew on the chosen catalogue.
+void StartUp::SelectDatabase() {
+  frmcheckDB check(session_->CatalogueNames(), main_.get());
+  if (check.exec() != QDialog::Accepted) return;
+  switchTo_ = check.Name();
+  if (!main_->close()) switchTo_.clear();
 }
 
 // While it runs.
@@ -200,6 +216,11 @@ void StartUp::OpenPaths() {
 // The end.
 
 void StartUp::Unload() {
+  if (const QString name = std::exchange(switchTo_, QString()); !name.isEmpty()) {
+    former_ = GetFileName(session_->ActiveCatalogue().Path());
+    main_.reset();
+    return Activate(name);
+  }
   const bool restarts = main_->RestartRequested();
   if (restarts)
     if (const Outcome marked = CreateTempFile(RestartMarker()); !marked)
@@ -221,6 +242,8 @@ void StartUp::UnloadAllForms() {
 void StartUp::Restart() const {
   QStringList arguments;
   if (!options_.home.isEmpty()) arguments = {u"--home"_s, options_.home};
+  // The same catalogue again, without the question for it.
+  if (!loaded_.isEmpty()) arguments += {u"--catalogue"_s, loaded_};
   if (QProcess::startDetached(QApplication::applicationFilePath(), arguments)) return;
   QFile::remove(RestartMarker());
   MsgBox(tr("Zolmira QM could not be started again. Please start it by hand."),

@@ -54,6 +54,7 @@ class StartUp : public QObject {
   Outcome WaitForLock();
   void Timer_Timer();
   void Activate(const QString& name);
+  void SelectDatabase();
   void Raise(const QStringList& paths);
   void OpenPaths();
   void Unload();
@@ -70,6 +71,9 @@ class StartUp : public QObject {
   std::unique_ptr<frmstart> start_;
   std::unique_ptr<frmcheckDB> check_;
   std::unique_ptr<frmmain> main_;
+  QString switchTo_;  ///< the catalogue to load when the main window has closed
+  QString loaded_;    ///< the active catalogue's name
+  QString former_;    ///< the one to go back to if that fails
   bool restarted_ = false;
   bool ended_ = false;
   int exitCode_ = 0;

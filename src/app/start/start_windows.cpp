@@ -58,7 +58,8 @@ void frmintro::SetStatus(const QString& status) {
   YieldToInterface();
 }
 
-frmcheckDB::frmcheckDB(const QStringList& names) : list_(new QListWidget) {
+frmcheckDB::frmcheckDB(const QStringList& names, QWidget* parent)
+    : QDialog(parent), list_(new QListWidget) {
   setObjectName(u"frmcheckDB"_s);
   setWindowTitle(u"Select Database"_s);
   list_->setObjectName(u"List1"_s);

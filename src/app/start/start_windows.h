@@ -23,7 +23,7 @@ class frmstart : public QWidget {
 class frmcheckDB : public QDialog {
   Q_OBJECT
  public:
-  explicit frmcheckDB(const QStringList& names);
+  explicit frmcheckDB(const QStringList& names, QWidget* parent = nullptr);
 
   /// After it was accepted.
   QString Name() const;

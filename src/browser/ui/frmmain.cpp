@@ -22,6 +22,7 @@
 #include "cataloguing/ui/frmcatalog.h"
 #include "imaging/ui/image_multi_x.h"
 #include "imaging/ui/image_x.h"
+#include "search/ui/search_panel.h"
 #include "session/ui/frmsettings.h"
 #include "shell/error.h"
 #include "shell/file_info.h"
@@ -79,6 +80,7 @@ frmmain::frmmain(Session& session, QWidget* parent)
       browser_(session, busy_),
       actions_(new MainActions(this)),
       folders_(new FolderTree(FolderTree::Ticks::No)),
+      search_(new SearchPanel(session.ActiveCatalogue(), busy_)),
       leftTabs_(new QTabWidget),
       thumbnails_(new ThumbnailPanel(browser_.Thumbnails(), *actions_)),
       viewer_(new ImageX),
@@ -94,7 +96,7 @@ frmmain::frmmain(Session& session, QWidget* parent)
   for (const char* key : {"MOUSEWHEELZOOM", "SCROLL"})
     viewer_->SetMouseInteract(QString::fromLatin1(key), true);
   browser_.RAWandCMSSettings();
-  photoPanel_->SetCategories(session_.ActiveCatalogue().Categories());
+  ShowCategories();
   SetRows(GetThumbnailViewSetting(StateFolder()));
   LoadMainInterfaceState();
   ArrangeControls();
@@ -114,8 +116,10 @@ void frmmain::Compose() {
   actions_->FillMenuBar(menuBar());
   folders_->setObjectName(u"FolderTreeview1"_s);
   folders_->setAccessibleName(tr("Folders"));
+  leftTabs_->setObjectName(u"lefttabs"_s);
   leftTabs_->setDocumentMode(true);
   leftTabs_->addTab(folders_, tr("Folders"));
+  leftTabs_->addTab(search_, tr("Search"));
 
   panes_ = new QSplitter(Qt::Horizontal);
   panes_->setObjectName(u"panes"_s);
@@ -198,6 +202,16 @@ void frmmain::ConnectViews() {
   });
   connect(thumbnails_, &ThumbnailPanel::ImportWanted, this,
           [this] { Run(Command::CatalogFolders); });
+  connect(search_, &SearchPanel::SearchWanted, this, [this] {
+    Guarded("frmmain", "BuildSQL", [this] { browser_.Search(search_->Criteria()); });
+  });
+  connect(&browser_, &Browser::SearchDatesChanged, search_, &SearchPanel::SetDates);
+  connect(photoPanel_, &PhotoPanel::AddCategoryWanted, this,
+          [this] { Guarded("frmmain", "cmdinfo_Click", [this] { AddCategory(); }); });
+  connect(photoPanel_, &PhotoPanel::DeleteCategoryWanted, this, [this](const QString& name) {
+    Guarded("frmmain", "cmdinfo_Click", [this, &name] { DeleteCategory(name); });
+  });
+  connect(photoPanel_, &PhotoPanel::RebuildWanted, this, [this] { Run(Command::Rebuild); });
   connect(viewer_, &ImageX::OnViewChange, this, &frmmain::ShowZoom);
   connect(viewer_, &ImageX::FullSizeWanted, &browser_, &Browser::LoadFullSize);
 }
@@ -207,10 +221,9 @@ void frmmain::ConnectViews() {
 void frmmain::ShowList() {
   const bool anyRow = session_.ActiveCatalogue().Photos().Count() > 0;
   QString text = QString::fromUtf16(kNoFolder);
-  if (browser_.From() == Browser::Source::Folder)
-    text = browser_.EmptyReason().isEmpty() ? QString::fromUtf16(kEmptyFolder)
-                                            : browser_.EmptyReason();
+  if (browser_.From() == Browser::Source::Folder) text = QString::fromUtf16(kEmptyFolder);
   if (browser_.From() == Browser::Source::Catalogue) text = QString::fromUtf16(kEmptyCatalogue);
+  if (!browser_.EmptyReason().isEmpty()) text = browser_.EmptyReason();
   const bool empty = browser_.Thumbnails().ImageCount() == 0;
   thumbnails_->SetEmptyState(text, empty && !anyRow);
   thumbnails_->SetCounter(browser_.Counter());
@@ -307,17 +320,26 @@ void frmmain::Run(Command command) {
       info_->setVisible(actions_->Get(Command::InfoPanel)->isChecked());
       return;
     case Command::Refresh:
-      if (browser_.From() == Browser::Source::Folder)
-        browser_.FolderTreeview1_FolderClick(browser_.Folder(), false);
-      else if (browser_.From() == Browser::Source::Catalogue)
-        Run(Command::ShowCatalogue);
-      return;
+      return browser_.Refresh();
     case Command::CatalogFolders:
       return mnucatalog_Click();
     case Command::CatalogSelected:
       return browser_.mnucatalogindividual_Click();
     case Command::ShowCatalogue:
-      return browser_.LoadResults(session_.ActiveCatalogue().Photos().Index().Paths());
+      return browser_.ShowCatalogue();
+    case Command::Search:
+      return ShowSearch();
+    case Command::Rebuild:
+      return browser_.RebuildSelected();
+    case Command::Reconnect:
+      return mnuconnect_Click();
+    case Command::NewDatabase:
+      return mnunewdb_Click();
+    case Command::SelectDatabase:
+      if (NothingWaits()) Q_EMIT SelectDatabaseWanted();
+      return;
+    case Command::Optimize:
+      return mnuoptimize_Click();
     case Command::Rate1:
     case Command::Rate2:
     case Command::Rate3:
@@ -377,8 +399,7 @@ void frmmain::StartFolder() {
 }
 
 void frmmain::mnucatalog_Click() {
-  if (!browser_.Keywords().Queue().isEmpty()) busy_.Refuse();
-  if (busy_.IsUp() || !browser_.Keywords().CheckUpdate()) return;
+  if (!NothingWaits()) return;
   frmcatalog dialog(session_, &browser_, folders_->CurrentFolder(), this);
   dialog.exec();
   // Photos that were shown unmarked may have rows now, and the selected one fields to fill in.
@@ -407,11 +428,13 @@ void frmmain::LoadMainInterfaceState() {
   info_->SetPage(state_.page);
   info_->setVisible(state_.metadataShown);
   actions_->Get(Command::InfoPanel)->setChecked(state_.metadataShown);
+  search_->SetAdvancedSearch(state_.advancedSearchShown);
 }
 
 void frmmain::SaveMainInterfaceState() {
   state_.page = info_->Page();
   state_.metadataShown = actions_->Get(Command::InfoPanel)->isChecked();
+  state_.advancedSearchShown = search_->AdvancedSearch();
   // A layout that isn't kept is no reason to stay open.
   (void)zqm::SaveMainInterfaceState(StateFolder(), state_);
   QSettings settings = WindowSettings();

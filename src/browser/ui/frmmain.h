@@ -21,6 +21,7 @@ class FolderTree;
 class ImageX;
 class InfoPanel;
 class PhotoPanel;
+class SearchPanel;
 class ThumbnailPanel;
 
 /// The main window: puts the panels together and forwards commands. What happens to photos happens
@@ -40,6 +41,8 @@ class frmmain : public QMainWindow {
  Q_SIGNALS:
   /// After the last thing that the window had to do.
   void Closed();
+  /// Another catalogue is to be chosen. Nothing waits to be saved.
+  void SelectDatabaseWanted();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -62,6 +65,14 @@ class frmmain : public QMainWindow {
   void SetRows(ThumbnailRows rows);
   void mnucatalog_Click();
   void mnusettings_Click();
+  bool NothingWaits();
+  void ShowSearch();
+  void mnuconnect_Click();
+  void mnunewdb_Click();
+  void mnuoptimize_Click();
+  void AddCategory();
+  void DeleteCategory(const QString& name);
+  void ShowCategories();
   void ShowAbout();
   void SaveMainInterfaceState();
   void LoadMainInterfaceState();
@@ -73,6 +84,7 @@ class frmmain : public QMainWindow {
   Browser browser_;
   MainActions* actions_;
   FolderTree* folders_;
+  SearchPanel* search_;
   QTabWidget* leftTabs_;
   ThumbnailPanel* thumbnails_;
   ImageX* viewer_;

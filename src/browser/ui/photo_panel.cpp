@@ -1,22 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/ui/photo_panel.h"
 
-#include <QCalendarWidget>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <QWidgetAction>
 
 #include "browser/ui/rating_stars.h"
 #include "search/categories.h"
 #include "shell/dates.h"
+#include "shell/ui/calendar_popup.h"
 #include "shell/ui/look.h"
 
 using namespace Qt::StringLiterals;
@@ -94,9 +93,17 @@ PhotoPanel::PhotoPanel(KeywordFields& keywords, QWidget* parent)
   column->addSpacing(look::kSpace8);
   column->addWidget(look::Heading(tr("Categories")));
   column->addWidget(categoryList_, 1);
+  column->addLayout(MakeCategoryButtons());
+  rebuildButton_ = new QPushButton(tr("Rebuild Thumbnails and Metadata"));
+  rebuildButton_->setObjectName(u"cmdinfo(2)"_s);
+  rebuildButton_->setToolTip(tr("Read the selected photos' files again"));
+  look::MakeCompact(rebuildButton_);
+  connect(rebuildButton_, &QPushButton::clicked, this, &PhotoPanel::RebuildWanted);
+  column->addSpacing(look::kSpace8);
+  column->addWidget(rebuildButton_);
 
   editors_ = {stars_,      flags_[0], flags_[1],       flags_[2], notesEdit_,
-              authorEdit_, dateEdit_, calendarButton_, tagsEdit_, categoryList_};
+              authorEdit_, dateEdit_, calendarButton_, tagsEdit_};
   ConnectText(authorEdit_, KeywordField::Author);
   ConnectText(dateEdit_, KeywordField::Date);
   ConnectText(tagsEdit_, KeywordField::Tags);
@@ -137,6 +144,36 @@ QWidget* PhotoPanel::MakeHeader() {
     row->addWidget(flags_[i]);
   }
   return header;
+}
+
+QLayout* PhotoPanel::MakeCategoryButtons() {
+  auto* row = new QHBoxLayout;
+  look::SetSpace(row, 0, look::kSpace8);
+  auto* add = new QPushButton(tr("Add New"));
+  add->setObjectName(u"cmdinfo(0)"_s);
+  add->setToolTip(tr("Add a category to the list"));
+  connect(add, &QPushButton::clicked, this, &PhotoPanel::AddCategoryWanted);
+  auto* remove = new QPushButton(tr("Delete"));
+  remove->setObjectName(u"cmdinfo(1)"_s);
+  const auto enable = [this, remove] {
+    const bool chosen = !categoryList_->selectedItems().isEmpty();
+    remove->setEnabled(chosen);
+    remove->setToolTip(chosen ? tr("Delete the selected category from the list")
+                              : tr("Select a category of the list first"));
+  };
+  connect(categoryList_, &QListWidget::itemSelectionChanged, this, enable);
+  connect(categoryList_->model(), &QAbstractItemModel::rowsRemoved, this, enable);
+  connect(categoryList_->model(), &QAbstractItemModel::modelReset, this, enable);
+  connect(remove, &QPushButton::clicked, this, [this] {
+    const QList<QListWidgetItem*> chosen = categoryList_->selectedItems();
+    if (!chosen.isEmpty()) Q_EMIT DeleteCategoryWanted(chosen.first()->text());
+  });
+  enable();
+  for (QPushButton* button : {add, remove}) {
+    look::MakeCompact(button);
+    row->addWidget(button, 1);
+  }
+  return row;
 }
 
 void PhotoPanel::SetRating(int rating) {
@@ -195,31 +232,18 @@ void PhotoPanel::ShowDate(const QString& text) {
 }
 
 void PhotoPanel::PickDate() {
-  QMenu menu(this);
-  auto* calendar = new QCalendarWidget;
-  calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-  if (const auto date = ParseDate(dateEdit_->text())) calendar->setSelectedDate(date->date());
-  auto* action = new QWidgetAction(&menu);
-  action->setDefaultWidget(calendar);
-  menu.addAction(action);
-  const auto choose = [this, &menu](const QDate& date) {
-    dateEdit_->setText(ShortDate(date));
-    keywords_.Field(KeywordField::Date).Edit(dateEdit_->text());
-    menu.close();
-  };
-  connect(calendar, &QCalendarWidget::clicked, this, choose);
-  connect(calendar, &QCalendarWidget::activated, this, choose);
-  menu.exec(calendarButton_->mapToGlobal(calendarButton_->rect().bottomLeft()));
+  const auto shown = ParseDate(dateEdit_->text());
+  const auto picked =
+      zqm::PickDate(calendarButton_, shown ? std::optional(shown->date()) : std::nullopt);
+  if (!picked) return;
+  dateEdit_->setText(ShortDate(*picked));
+  keywords_.Field(KeywordField::Date).Edit(dateEdit_->text());
 }
 
 void PhotoPanel::SetCategories(const QStringList& names) {
   const QSignalBlocker quiet(categoryList_);
   categoryList_->clear();
-  for (const QString& name : names) {
-    auto* item = new QListWidgetItem(name, categoryList_);
-    item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-    item->setCheckState(Qt::Unchecked);
-  }
+  categoryList_->addItems(names);
   Categories(keywords_.Field(KeywordField::Categories).Text());
 }
 
@@ -230,6 +254,8 @@ void PhotoPanel::Categories(const QString& stored) {
     QListWidgetItem* item = categoryList_->item(row);
     const bool ticked = names.contains(item->text(), Qt::CaseInsensitive);
     item->setCheckState(ticked ? Qt::Checked : Qt::Unchecked);
+    item->setFlags(item->flags().setFlag(Qt::ItemIsUserCheckable, categoriesEditable_));
+    item->setForeground(QColor(categoriesEditable_ ? look::kText : look::kQuiet));
   }
 }
 
@@ -248,6 +274,9 @@ void PhotoPanel::List3_ItemCheck() {
 void PhotoPanel::SetEditable(bool editable, const QString& why) {
   for (QWidget* editor : editors_)
     editor->setEnabled(editable);
+  // A category can be selected and deleted without any photo.
+  categoriesEditable_ = editable;
+  Categories(keywords_.Field(KeywordField::Categories).Text());
   hint_->setText(why);
   hint_->setVisible(!why.isEmpty());
 }

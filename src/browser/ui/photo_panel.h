@@ -9,7 +9,9 @@
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QLayout;
 class QPlainTextEdit;
+class QPushButton;
 class QToolButton;
 
 namespace zqm {
@@ -31,11 +33,17 @@ class PhotoPanel : public QWidget {
   void SetRating(int rating);
   void SetFlag(const QString& flag);
 
+ Q_SIGNALS:
+  void AddCategoryWanted();
+  void DeleteCategoryWanted(const QString& name);
+  void RebuildWanted();
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QWidget* MakeHeader();
+  QLayout* MakeCategoryButtons();
   void ConnectText(QLineEdit* edit, KeywordField field);
   void WatchKeys(QWidget* editor, KeywordField field);
   void ShowFlag(const QString& flag);
@@ -56,7 +64,9 @@ class PhotoPanel : public QWidget {
   QToolButton* calendarButton_;
   QLineEdit* tagsEdit_;
   QListWidget* categoryList_;
+  QPushButton* rebuildButton_;
   QList<QWidget*> editors_;
+  bool categoriesEditable_ = false;
 };
 
 }  // namespace zqm

@@ -4,12 +4,10 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
@@ -23,6 +21,7 @@
 #include "shell/ui/folder_tree.h"
 #include "shell/ui/frmerror.h"
 #include "shell/ui/look.h"
+#include "shell/ui/run_progress.h"
 
 using namespace Qt::StringLiterals;
 
@@ -32,7 +31,6 @@ namespace {
 constexpr int kNotesHeight = 72;
 constexpr int kPreviewSize = 120;
 constexpr int kTreeWidth = 360, kPreviewWidth = 480;
-constexpr int kYieldMilliseconds = 30;
 
 void Tell(const char16_t* text, MessageKind kind) {
   MsgBox(QString::fromUtf16(text), kind);
@@ -89,7 +87,8 @@ frmcatalog::frmcatalog(Session& session, BrowserView* view, const QString& start
                     "ticked one is only visited when it is ticked itself.")));
   column->addWidget(panes, 1);
   column->addWidget(ComposeTexts());
-  column->addWidget(ComposeRun());
+  progress_ = new RunProgress("Label12");
+  column->addWidget(progress_);
   column->addLayout(buttons);
 
   connect(tree_, &FolderTree::FolderClick, this, [this](const QString& path) {
@@ -142,30 +141,6 @@ QWidget* frmcatalog::ComposeTexts() {
   return texts;
 }
 
-QWidget* frmcatalog::ComposeRun() {
-  status_ = new QLabel;
-  status_->setObjectName(u"Label12"_s);
-  status_->setTextFormat(Qt::PlainText);
-  status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  count_ = new QLabel;
-  count_->setObjectName(u"lblcount"_s);
-  progress_ = new QProgressBar;
-  progress_->setObjectName(u"ProgressBar1"_s);
-  progress_->setTextVisible(false);
-  runFrame_ = new QWidget;
-  runFrame_->setObjectName(u"Frame1"_s);
-  auto* column = new QVBoxLayout(runFrame_);
-  look::SetSpace(column, 0, look::kSpace4);
-  auto* words = new QHBoxLayout;
-  look::SetSpace(words, 0, look::kSpace16);
-  words->addWidget(status_, 1);
-  words->addWidget(count_);
-  column->addLayout(words);
-  column->addWidget(progress_);
-  runFrame_->hide();
-  return runFrame_;
-}
-
 // The preview.
 
 void frmcatalog::FolderTreeview1_FolderClick(const QString& path) {
@@ -215,15 +190,12 @@ void frmcatalog::cmdimport_Click() {
     Tell(import_text::kNoImages, MessageKind::Warning);
     preview_.Clear();
     shownFolder_.clear();
-    status_->clear();
     return;
   }
   RunImport(files, texts, std::move(unread));
 }
 
 QStringList frmcatalog::ScanFolders(const QStringList& folders, FailureList& failures) {
-  progress_->setRange(0, 0);
-  status_->setText(tr("Looking for photos"));
   return RunAside([&folders, &failures] {
     QStringList files;
     for (const QString& folder : folders)
@@ -233,36 +205,22 @@ QStringList frmcatalog::ScanFolders(const QStringList& folders, FailureList& fai
 }
 
 void frmcatalog::RunImport(const QStringList& files, const ImportTexts& texts, FailureList unread) {
-  progress_->setRange(0, static_cast<int>(files.size()));
-  QElapsedTimer sinceYield;
-  sinceYield.start();
-  ImportResult result =
-      CatalogueFiles(files, texts, session_.ReadSettings(), session_.ActiveCatalogue(), view_,
-                     [&](const ImportProgress& at) {
-                       if (sinceYield.elapsed() < kYieldMilliseconds && at.done < at.total) return;
-                       ShowProgress(at);
-                       YieldToInterface();
-                       sinceYield.restart();
-                     });
+  ImportResult result = CatalogueFiles(
+      files, texts, session_.ReadSettings(), session_.ActiveCatalogue(), view_,
+      [this](const ImportProgress& at) {
+        progress_->Show(at.done, at.total,
+                        at.file.isEmpty() ? QString() : u"Processing "_s + GetFileName(at.file));
+      });
   preview_.Clear();
   shownFolder_.clear();
   notesEdit_->clear();
   authorEdit_->clear();
   dateEdit_->clear();
-  status_->clear();
   UnlockControlsImport();
   unread.rows.insert(unread.rows.end(), result.failures.rows.begin(), result.failures.rows.end());
   if (unread.Empty()) return Tell(import_text::kDone, MessageKind::Information);
   unread.label = QString::fromUtf16(import_text::kFailures);
   ShowFailures(unread, this);
-}
-
-void frmcatalog::ShowProgress(const ImportProgress& at) {
-  progress_->setValue(at.done);
-  count_->setText(tr("%1 of %2").arg(at.done).arg(at.total));
-  if (at.file.isEmpty()) return;
-  status_->setText(status_->fontMetrics().elidedText(u"Processing "_s + GetFileName(at.file),
-                                                     Qt::ElideMiddle, status_->width()));
 }
 
 void frmcatalog::UpdateImportButton() {
@@ -291,8 +249,10 @@ void frmcatalog::SetLocked(bool locked) {
                                                          notesEdit_, authorEdit_, dateEdit_})
     widget->setEnabled(!locked);
   UpdateImportButton();
-  count_->clear();
-  runFrame_->setVisible(locked);
+  if (locked)
+    progress_->Begin(tr("Looking for photos"));
+  else
+    progress_->End();
 }
 
 void frmcatalog::reject() {

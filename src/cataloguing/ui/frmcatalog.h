@@ -9,16 +9,15 @@
 #include "session/session.h"
 
 class QCheckBox;
-class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
-class QProgressBar;
 class QPushButton;
 
 namespace zqm {
 
 class FolderTree;
 class ImageMultiX;
+class RunProgress;
 
 /// Adds the photos of ticked folders to the catalogue.
 class frmcatalog : public QDialog {
@@ -36,7 +35,6 @@ class frmcatalog : public QDialog {
 
  private:
   QWidget* ComposeTexts();
-  QWidget* ComposeRun();
   void cmdimport_Click();
   QStringList ScanFolders(const QStringList& folders, FailureList& failures);
   void RunImport(const QStringList& files, const ImportTexts& texts, FailureList unread);
@@ -45,7 +43,6 @@ class frmcatalog : public QDialog {
   void LockControlsImport();
   void UnlockControlsImport();
   void SetLocked(bool locked);
-  void ShowProgress(const ImportProgress& at);
   void UpdateImportButton();
 
   Session& session_;
@@ -57,10 +54,7 @@ class frmcatalog : public QDialog {
   QPlainTextEdit* notesEdit_;
   QLineEdit* authorEdit_;
   QLineEdit* dateEdit_;
-  QWidget* runFrame_;
-  QProgressBar* progress_;
-  QLabel* status_;
-  QLabel* count_;
+  RunProgress* progress_;
   QPushButton* importButton_;
   QPushButton* cancelButton_;
   QString shownFolder_;

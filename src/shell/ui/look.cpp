@@ -48,7 +48,8 @@ QLineEdit[role="value"] { background: transparent; border: none; padding: 0; min
   max-height: 22px; }
 QComboBox QAbstractItemView { background: @raised; border: 1px solid @line;
   selection-background-color: @accent; selection-color: @onaccent; }
-QComboBox::drop-down { border: none; width: 20px; }
+QComboBox::drop-down { border: none; width: 24px; }
+QComboBox::down-arrow { image: url(":/look/branch-open.svg"); width: 12px; height: 12px; }
 
 QPushButton { background: @raised; border: 1px solid @line; border-radius: 4px;
   min-height: 26px; max-height: 26px; padding: 0 16px; }
@@ -62,6 +63,12 @@ QPushButton[role="primary"]:hover { background: #74b7ff; }
 QPushButton[role="primary"]:pressed { background: #4a96e8; }
 QPushButton[role="primary"]:focus { border: 2px solid @text; }
 QPushButton[role="primary"]:disabled { background: @raised; border-color: @line; color: #808080; }
+QPushButton[role="choice"] { text-align: left; padding: 0 8px; }
+QPushButton[role="choice"]:focus { padding: 0 7px; }
+QPushButton[role="compact"] { padding: 0 8px; }
+QPushButton[role="compact"]:focus { padding: 0 7px; }
+QPushButton::menu-indicator { image: url(":/look/branch-open.svg"); width: 12px; height: 12px;
+  subcontrol-origin: padding; subcontrol-position: right center; right: 8px; }
 QToolButton { border: 1px solid transparent; border-radius: 4px; padding: 0; background: transparent; }
 QToolButton[role="icon"] { min-width: 26px; max-width: 26px; min-height: 26px; max-height: 26px; }
 QToolButton:hover { background: @raised; }
@@ -249,6 +256,14 @@ QLabel* Hint(const QString& text, QWidget* parent) {
 
 void MakePrimary(QPushButton* button) {
   WithRole(button, "primary")->setDefault(true);
+}
+
+void MakeChoice(QPushButton* button) {
+  WithRole(button, "choice");
+}
+
+void MakeCompact(QPushButton* button) {
+  WithRole(button, "compact");
 }
 
 QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* parent) {

@@ -31,6 +31,7 @@ inline constexpr QRgb kRejected = 0xffff0000;      ///< the frame of a rejected 
 inline constexpr QRgb kRejectedText = 0xffff8080;  ///< its caption
 inline constexpr QRgb kPlain = 0xff464646;
 inline constexpr QRgb kOnAccent = 0xff10151c;  ///< text on the accent
+inline constexpr QRgb kSwitchOn = 0xff00ff00, kSwitchOff = 0xffff0000, kSwitchBlank = 0xffffffff;
 
 // Measures in pixels; spaces are one of these and nothing in between.
 inline constexpr int kSpace4 = 4, kSpace8 = 8, kSpace12 = 12, kSpace16 = 16, kSpace24 = 24;
@@ -53,6 +54,10 @@ QLabel* Caption(const QString& text, QWidget* parent = nullptr);
 QLabel* Hint(const QString& text, QWidget* parent = nullptr);
 /// The one button of a dialog that does what the dialog is for.
 void MakePrimary(QPushButton* button);
+/// A button whose menu chooses what it reads.
+void MakeChoice(QPushButton* button);
+/// A button with a long text in a narrow panel.
+void MakeCompact(QPushButton* button);
 /// A button of 28 x 28 with an icon and a tool tip, which is also its name for a screen reader.
 QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* parent = nullptr);
 /// The same margins on all sides, the same space between.
