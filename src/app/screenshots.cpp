@@ -120,9 +120,8 @@ class Studio {
     auto* menu = slot->findChild<QMenu*>(u"mnufilter"_s);
     menu->popup(window.geometry().center());
     Show(*menu, u"menu-filter"_s);
-    for (const QAction* group : menu->actions())
-      if (group->menu() != nullptr && group->text() == u"EXIF"_s)
-        Show(*group->menu(), u"menu-filter-exif"_s);
+    for (auto* group : menu->findChildren<QMenu*>())
+      if (group->title() == u"Miscellaneous"_s) Show(*group, u"menu-filter-exif"_s);
     menu->close();
     panel->findChild<QAbstractButton*>(u"cmdclear"_s)->click();
     panel->SetAdvancedSearch(false);
@@ -158,9 +157,9 @@ class Studio {
     Show(category, u"frmaddcategory"_s);
     frmnewdb fresh(session_.Folders());
     Show(fresh, u"frmnewdb"_s);
-    frmconnect connection(session_.ActiveCatalogue(),
-                          CatalogueFolders(session_.ActiveCatalogue()) +
-                              QStringList{u"/media/Holidays/2019/Graz"_s});
+    frmconnect connection(
+        session_.ActiveCatalogue(),
+        CatalogueFolders(session_.ActiveCatalogue()) + QStringList{u"/media/Holidays/2019/Graz"_s});
     connection.findChild<FolderTree*>(u"FolderTreeview1"_s)->SetCurrentFolder(photos_);
     Show(connection, u"frmconnect"_s);
     FailureList failures{u"The following files could not be added to the database:"_s, {}};

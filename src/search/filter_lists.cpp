@@ -130,14 +130,13 @@ constexpr FilterEntry kImage[] = {
     {"mnuhorizontalresolution", Column::HorizontalResolution},
     {"mnuverticalresolution", Column::VerticalResolution},
 };
-constexpr FilterEntry kExif[] = {
-    {"mnumake", Column::CameraMake},
-    {"mnumodel", Column::CameraModel},
-    {"mnuauthorexif", Column::AuthorExif},
-    {"mnucopyrightexif", Column::CopyrightExif},
-    {"mnusoftware", Column::CreationSoftware},
-    {"mnucompressed", Column::CompressedBPP},
-    {"mnushutter", Column::ShutterSpeed, true},
+constexpr FilterEntry kExifImage[] = {
+    {"mnumake", Column::CameraMake},           {"mnumodel", Column::CameraModel},
+    {"mnuauthorexif", Column::AuthorExif},     {"mnucopyrightexif", Column::CopyrightExif},
+    {"mnusoftware", Column::CreationSoftware}, {"mnucompressed", Column::CompressedBPP},
+};
+constexpr FilterEntry kExifCamera[] = {
+    {"mnushutter", Column::ShutterSpeed},
     {"mnuexposuretime", Column::ExposureTime},
     {"mnuaperture", Column::LensAperture},
     {"mnumax", Column::MaxApertureValue},
@@ -149,7 +148,9 @@ constexpr FilterEntry kExif[] = {
     {"mnuwhitebalance", Column::WhiteBalance},
     {"mnumeteringmode", Column::MeteringMode},
     {"mnuexposureprogram", Column::ExposureProgram},
-    {"mnuscenecapture", Column::SceneCaptureType, true},
+};
+constexpr FilterEntry kExifMore[] = {
+    {"mnuscenecapture", Column::SceneCaptureType},
     {"mnuorientation", Column::Orientation},
     {"mnux", Column::FocalPlaneXResolution},
     {"mnuY", Column::FocalPlaneYResolution},
@@ -198,7 +199,13 @@ constexpr FilterEntry kGps[] = {
     {"mnualtitude", Column::Altitude},
 };
 constexpr FilterGroup kMenu[] = {
-    {"", kTop}, {"Image Properties", kImage}, {"EXIF", kExif}, {"IPTC", kIptc}, {"GPS", kGps},
+    {"", "", kTop},
+    {"Image Properties", "", kImage},
+    {"EXIF", "Image Information", kExifImage},
+    {"EXIF", "Camera Settings", kExifCamera},
+    {"EXIF", "Miscellaneous", kExifMore},
+    {"IPTC", "", kIptc},
+    {"GPS", "", kGps},
 };
 
 }  // namespace

@@ -32,12 +32,12 @@ QString sql(const QStringList& slotClauses);
 struct FilterEntry {
   const char* name;
   std::optional<Column> column;
-  bool separatorBefore = false;
 };
 
-/// A part of the menu; without a caption its entries stand in the menu itself.
+/// A submenu, or with a `part` one in it; without a caption its entries stand in the menu itself.
 struct FilterGroup {
   const char* caption;
+  const char* part;
   std::span<const FilterEntry> entries;
 };
 

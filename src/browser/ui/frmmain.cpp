@@ -115,6 +115,7 @@ QString frmmain::StateFolder() const {
 void frmmain::Compose() {
   actions_->FillMenuBar(menuBar());
   folders_->setObjectName(u"FolderTreeview1"_s);
+  look::MakeBare(folders_);
   folders_->setAccessibleName(tr("Folders"));
   leftTabs_->setObjectName(u"lefttabs"_s);
   leftTabs_->setDocumentMode(true);

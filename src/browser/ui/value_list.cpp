@@ -3,6 +3,7 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QResizeEvent>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -10,7 +11,7 @@
 
 namespace zqm {
 namespace {
-constexpr int kCaptionWidth = 112;
+constexpr int kNarrowest = 104, kWidest = 152;
 }
 
 ValueList::ValueList(QWidget* parent) : QScrollArea(parent) {
@@ -22,7 +23,6 @@ ValueList::ValueList(QWidget* parent) : QScrollArea(parent) {
   grid_->setContentsMargins(0, 0, 0, 0);
   grid_->setHorizontalSpacing(look::kSpace12);
   grid_->setVerticalSpacing(look::kSpace4);
-  grid_->setColumnMinimumWidth(0, kCaptionWidth);
   grid_->setColumnStretch(1, 1);
   column->addLayout(grid_);
   column->addStretch();
@@ -34,7 +34,7 @@ ValueList::ValueList(QWidget* parent) : QScrollArea(parent) {
 ValueList::Row& ValueList::RowAt(std::size_t index) {
   while (rows_.size() <= index) {
     Row row{look::Caption(QString()), new QLabel};
-    row.caption->setFixedWidth(kCaptionWidth);
+    row.caption->setFixedWidth(captionWidth_);
     row.caption->setWordWrap(true);
     row.caption->setAlignment(Qt::AlignRight | Qt::AlignTop);
     row.value->setWordWrap(true);
@@ -69,6 +69,14 @@ void ValueList::SetLines(const Lines& lines) {
     row.value->setAccessibleName(caption);
   }
   widget()->setUpdatesEnabled(true);
+}
+
+void ValueList::resizeEvent(QResizeEvent* event) {
+  QScrollArea::resizeEvent(event);
+  // Where there is room, a caption takes one line.
+  captionWidth_ = std::clamp(event->size().width() / 2 - look::kSpace16, kNarrowest, kWidest);
+  for (const Row& row : rows_)
+    row.caption->setFixedWidth(captionWidth_);
 }
 
 }  // namespace zqm

@@ -21,6 +21,9 @@ class ValueList : public QScrollArea {
 
   void SetLines(const Lines& lines);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
   struct Row {
     QLabel* caption;
@@ -31,6 +34,7 @@ class ValueList : public QScrollArea {
   QGridLayout* grid_;
   std::vector<Row> rows_;
   Lines shown_;
+  int captionWidth_ = 104;
 };
 
 }  // namespace zqm

@@ -84,8 +84,10 @@ QLayout* frmconnect::ComposeTrees() {
   found_->setHeaderHidden(true);
   disk_->setObjectName(u"FolderTreeview1"_s);
   disk_->setAccessibleName(tr("Folders on this computer"));
-  connect(found_, &QTreeWidget::currentItemChanged, this,
-          [this](const QTreeWidgetItem* node) { TreeView1_NodeClick(node); });
+  connect(found_, &QTreeWidget::itemSelectionChanged, this, [this] {
+    const QList<QTreeWidgetItem*> chosen = found_->selectedItems();
+    TreeView1_NodeClick(chosen.isEmpty() ? nullptr : chosen.first());
+  });
   connect(disk_, &FolderTree::FolderClick, this,
           [this](const QString& path) { newFolder_->setText(WithSeparator(path)); });
   auto* grid = new QGridLayout;

@@ -4,8 +4,10 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QSet>
-#include <QStyleOptionViewItem>
+
+#include "shell/ui/look.h"
 
 namespace zqm {
 
@@ -108,6 +110,15 @@ void CheckList::mouseReleaseEvent(QMouseEvent* event) {
   if (pressed.data(Qt::CheckStateRole) == before)
     shown_->setData(pressed, before == Qt::Checked ? Qt::Unchecked : Qt::Checked,
                     Qt::CheckStateRole);
+}
+
+void CheckList::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (shown_->rowCount() > 0) return;
+  QPainter painter(viewport());
+  painter.setPen(QColor(look::kQuiet));
+  painter.drawText(viewport()->rect().adjusted(look::kSpace8, 0, -look::kSpace8, 0),
+                   Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
 }
 
 }  // namespace zqm

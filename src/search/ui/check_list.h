@@ -50,6 +50,8 @@ class CheckList : public QListView {
 
   /// Shows only texts that contain this, letter case ignored; ticks stay.
   void Find(const QString& text);
+  /// What an empty list says.
+  void SetEmptyText(const QString& text) { emptyText_ = text; }
 
  Q_SIGNALS:
   /// The user has changed a tick.
@@ -58,12 +60,14 @@ class CheckList : public QListView {
  protected:
   void contextMenuEvent(QContextMenuEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   void TickShown(bool ticked);
 
   CheckListModel* model_;
   QSortFilterProxyModel* shown_;
+  QString emptyText_;
 };
 
 }  // namespace zqm

@@ -5,6 +5,8 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <map>
+#include <string>
 
 #include "search/filter_lists.h"
 #include "search/ui/check_list.h"
@@ -31,11 +33,14 @@ FilterSlot::FilterSlot(int number, ReadValues values, QWidget* parent)
   look::MakeChoice(heading_);
   heading_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   heading_->setToolTip(tr("Choose the column to filter by"));
-  heading_->setMenu(MakeMenu());
+  connect(heading_, &QPushButton::clicked, this, [this, menu = MakeMenu()] {
+    menu->popup(heading_->mapToGlobal(heading_->rect().bottomLeft()));
+  });
   find_->setObjectName(u"find(%1)"_s.arg(number));
   find_->setPlaceholderText(tr("Find a value"));
   find_->setClearButtonEnabled(true);
   list_->setObjectName(u"lstfilter(%1)"_s.arg(number));
+  list_->SetEmptyText(tr("No values"));
 
   auto* column = new QVBoxLayout(this);
   look::SetSpace(column, 0, look::kSpace4);
@@ -52,11 +57,17 @@ FilterSlot::FilterSlot(int number, ReadValues values, QWidget* parent)
 QMenu* FilterSlot::MakeMenu() {
   auto* filter = new QMenu(tr("Filter"), this);
   filter->setObjectName(u"mnufilter"_s);
+  // A submenu is made when its caption comes first.
+  std::map<std::string, QMenu*> menus;
+  const auto within = [&menus](QMenu* above, const char* caption) {
+    if (caption[0] == '\0') return above;
+    QMenu*& menu = menus[caption];
+    if (menu == nullptr) menu = above->addMenu(QString::fromLatin1(caption));
+    return menu;
+  };
   for (const FilterGroup& group : FilterMenu()) {
-    const bool top = group.caption[0] == '\0';
-    QMenu* menu = top ? filter : filter->addMenu(QString::fromLatin1(group.caption));
+    QMenu* menu = within(within(filter, group.caption), group.part);
     for (const FilterEntry& entry : group.entries) {
-      if (entry.separatorBefore) menu->addSeparator();
       QAction* action =
           menu->addAction(entry.column ? ColumnName(*entry.column) : QString::fromUtf16(kNoFilter));
       action->setObjectName(QString::fromLatin1(entry.name));
@@ -64,7 +75,7 @@ QMenu* FilterSlot::MakeMenu() {
         Guarded("Form3", "Populate", [&] { SetHeading(column); });
       });
     }
-    if (top) filter->addSeparator();
+    if (menu == filter) filter->addSeparator();
   }
   return filter;
 }
@@ -85,7 +96,7 @@ void FilterSlot::Populate() {
   list_->SetItems({});
   if (column_) list_->SetItems(values_(*column_));
   const auto rows = std::clamp(static_cast<int>(list_->Items().size()), 1, kMostRows);
-  list_->setFixedHeight(rows * look::kRowHeight + 2);
+  list_->setFixedHeight(look::ListHeight(rows));
   find_->setEnabled(!list_->Items().isEmpty());
   lstfilter_itemcheck();
 }

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "search/ui/search_panel.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "search/filter_lists.h"
@@ -26,6 +26,7 @@ namespace {
 
 constexpr int kCategoryRows = 5;
 constexpr int kRatings = 5;
+constexpr int kRatingWidth = 33;
 
 QLineEdit* Field(const char* name, const QString& caption) {
   auto* edit = new QLineEdit;
@@ -42,16 +43,31 @@ SearchPanel::SearchPanel(Catalogue& catalogue, Busy& busy, QWidget* parent)
   auto* content = new QWidget;
   content->setObjectName(u"panel"_s);
   auto* column = new QVBoxLayout(content);
-  look::SetSpace(column, look::kSpace12, look::kSpace8);
+  look::SetSpace(column, look::kSpace8, look::kSpace8);
   auto* grid = new QGridLayout;
   look::SetSpace(grid, 0, look::kSpace8);
   AddFields(grid);
   column->addLayout(grid);
 
+  ratings_ = new CheckList;
+  ratings_->setObjectName(u"List1"_s);
+  ratings_->setAccessibleName(tr("Photo Rating"));
+  ratings_->setFlow(QListView::LeftToRight);
+  ratings_->setGridSize({kRatingWidth, look::kRowHeight});
+  QStringList ratings;
+  for (int rating = 1; rating <= kRatings; ++rating)
+    ratings.append(QString::number(rating));
+  ratings_->SetItems(ratings);
+  ratings_->setFixedHeight(look::ListHeight(1));
+  column->addSpacing(look::kSpace8);
+  column->addWidget(look::Heading(tr("Photo Rating")));
+  column->addWidget(ratings_);
+
   categories_ = new CheckList;
   categories_->setObjectName(u"List2"_s);
   categories_->setAccessibleName(tr("Categories"));
-  categories_->setFixedHeight(kCategoryRows * look::kRowHeight + 2);
+  categories_->SetEmptyText(tr("No categories yet. Add New in the photo panel makes one."));
+  categories_->setFixedHeight(look::ListHeight(kCategoryRows));
   column->addSpacing(look::kSpace8);
   column->addWidget(look::Heading(tr("Categories")));
   column->addWidget(categories_);
@@ -93,51 +109,36 @@ void SearchPanel::AddFields(QGridLayout* grid) {
   wordMode_->setMinimumContentsLength(1);
   wordMode_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   authorEdit_ = Field("Text31", tr("Author"));
-  fromEdit_ = Field("Text9", tr("Date From"));
-  toEdit_ = Field("Text7", tr("Date to"));
-  ratings_ = new CheckList;
-  ratings_->setObjectName(u"List1"_s);
-  ratings_->setAccessibleName(tr("Photo Rating"));
-  QStringList ratings;
-  for (int rating = 1; rating <= kRatings; ++rating)
-    ratings.append(QString::number(rating));
-  ratings_->SetItems(ratings);
-  ratings_->setFixedHeight(kRatings * look::kRowHeight + 2);
-
+  fromEdit_ = DateField("Text9", tr("Date From"));
+  toEdit_ = DateField("Text7", tr("Date to"));
   const std::pair<QString, QWidget*> rows[] = {
-      {tr("Keywords"), keywordsEdit_},   {QString(), wordMode_},
-      {tr("Author"), authorEdit_},       {tr("Date From"), DateRow(fromEdit_)},
-      {tr("Date to"), DateRow(toEdit_)}, {tr("Photo Rating"), ratings_},
+      {tr("Keywords"), keywordsEdit_}, {QString(), wordMode_},   {tr("Author"), authorEdit_},
+      {tr("Date From"), fromEdit_},    {tr("Date to"), toEdit_},
   };
   int row = 0;
   for (const auto& [caption, editor] : rows) {
-    const bool tall = editor == ratings_;
-    if (!caption.isEmpty()) {
-      QLabel* label = look::Caption(caption);
-      if (tall) label->setFixedHeight(look::kRowHeight);
-      grid->addWidget(label, row, 0, tall ? Qt::AlignRight | Qt::AlignTop : Qt::Alignment());
-    }
-    grid->addWidget(editor, row++, 1);
+    const bool alone = caption.isEmpty();
+    if (!alone) grid->addWidget(look::Caption(caption), row, 0);
+    grid->addWidget(editor, row++, alone ? 0 : 1, 1, alone ? 2 : 1);
   }
   grid->setColumnStretch(1, 1);
   for (QLineEdit* edit : {keywordsEdit_, authorEdit_, fromEdit_, toEdit_})
     connect(edit, &QLineEdit::returnPressed, this, &SearchPanel::SearchWanted);
 }
 
-QWidget* SearchPanel::DateRow(QLineEdit* edit) {
-  edit->setPlaceholderText(ShortDate(QDate(2020, 12, 31)));
-  auto* button = look::IconButton("view-calendar", tr("Pick a date"));
-  connect(button, &QToolButton::clicked, this, [button, edit] {
+QLineEdit* SearchPanel::DateField(const char* name, const QString& caption) {
+  QLineEdit* edit = Field(name, caption);
+  edit->setToolTip(tr("A date such as %1").arg(ShortDate(QDate(2020, 12, 31))));
+  look::MakeCompact(edit);
+  // Inside the field, since the panel may be narrow.
+  QAction* calendar = edit->addAction(look::Icon("view-calendar"), QLineEdit::TrailingPosition);
+  calendar->setToolTip(tr("Pick a date"));
+  connect(calendar, &QAction::triggered, this, [edit] {
     const auto shown = ParseDate(edit->text(), DateOrder::MonthFirst);
-    const auto picked = PickDate(button, shown ? std::optional(shown->date()) : std::nullopt);
+    const auto picked = PickDate(edit, shown ? std::optional(shown->date()) : std::nullopt);
     if (picked) edit->setText(DateBoxText(*picked));
   });
-  auto* holder = new QWidget;
-  auto* row = new QHBoxLayout(holder);
-  look::SetSpace(row, 0, look::kSpace4);
-  row->addWidget(edit);
-  row->addWidget(button);
-  return holder;
+  return edit;
 }
 
 QLayout* SearchPanel::AdvancedHeader() {
@@ -162,7 +163,7 @@ QLayout* SearchPanel::Buttons() {
   look::MakePrimary(search);
   connect(search, &QPushButton::clicked, this, &SearchPanel::SearchWanted);
   auto* row = new QHBoxLayout;
-  look::SetSpace(row, look::kSpace12, look::kSpace8);
+  look::SetSpace(row, look::kSpace8, look::kSpace8);
   row->addWidget(clear);
   row->addWidget(search, 1);
   return row;

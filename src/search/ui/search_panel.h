@@ -42,7 +42,7 @@ class SearchPanel : public QWidget {
 
  private:
   void AddFields(QGridLayout* grid);
-  QWidget* DateRow(QLineEdit* edit);
+  QLineEdit* DateField(const char* name, const QString& caption);
   QLayout* AdvancedHeader();
   QLayout* Buttons();
   QStringList ValuesOf(Column column);

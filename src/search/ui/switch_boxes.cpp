@@ -8,7 +8,7 @@
 namespace zqm {
 namespace {
 
-constexpr QSize kBox{18, 14};
+constexpr QSize kBox{14, 14};
 constexpr int kRound = 2;
 
 }  // namespace

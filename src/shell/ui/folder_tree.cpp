@@ -97,7 +97,6 @@ FolderTree::FolderTree(Ticks ticks, QWidget* parent) : QTreeView(parent), ticks_
   setUniformRowHeights(true);
   setEditTriggers(NoEditTriggers);
   setFrameShape(QFrame::NoFrame);
-  setProperty("role", u"bare"_s);
   setIndentation(look::kSpace16);
   setIconSize({look::kIconSize, look::kIconSize});
   rest_.setSingleShot(true);

@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/ui/look.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QLayout>
+#include <QPainter>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QToolButton>
 
 /// The linker leaves out resources of a library that nobody names.
@@ -48,6 +52,8 @@ QLineEdit[role="value"] { background: transparent; border: none; padding: 0; min
   max-height: 22px; }
 QComboBox QAbstractItemView { background: @raised; border: 1px solid @line;
   selection-background-color: @accent; selection-color: @onaccent; }
+QLineEdit[role="compact"] { padding: 0 0 0 4px; }
+QLineEdit[role="compact"]:focus { padding: 0 0 0 3px; }
 QComboBox::drop-down { border: none; width: 24px; }
 QComboBox::down-arrow { image: url(":/look/branch-open.svg"); width: 12px; height: 12px; }
 
@@ -63,12 +69,12 @@ QPushButton[role="primary"]:hover { background: #74b7ff; }
 QPushButton[role="primary"]:pressed { background: #4a96e8; }
 QPushButton[role="primary"]:focus { border: 2px solid @text; }
 QPushButton[role="primary"]:disabled { background: @raised; border-color: @line; color: #808080; }
-QPushButton[role="choice"] { text-align: left; padding: 0 8px; }
+QPushButton[role="choice"] { text-align: left; padding: 0 8px;
+  background: @raised url(":/look/branch-open.svg") no-repeat right center;
+  background-origin: content; }
 QPushButton[role="choice"]:focus { padding: 0 7px; }
-QPushButton[role="compact"] { padding: 0 8px; }
-QPushButton[role="compact"]:focus { padding: 0 7px; }
-QPushButton::menu-indicator { image: url(":/look/branch-open.svg"); width: 12px; height: 12px;
-  subcontrol-origin: padding; subcontrol-position: right center; right: 8px; }
+QPushButton[role="compact"] { padding: 0 4px; font-size: 9pt; }
+QPushButton[role="compact"]:focus { padding: 0 3px; }
 QToolButton { border: 1px solid transparent; border-radius: 4px; padding: 0; background: transparent; }
 QToolButton[role="icon"] { min-width: 26px; max-width: 26px; min-height: 26px; max-height: 26px; }
 QToolButton:hover { background: @raised; }
@@ -97,11 +103,13 @@ QCheckBox::indicator:disabled, QListView::indicator:disabled, QTreeView::indicat
   background: @panel; border-color: @line; }
 QListView, QTreeView, QTableView { background: @panel; border: 1px solid @line; border-radius: 4px;
   outline: none; alternate-background-color: #2e2e2e; }
-QListView[role="bare"], QTreeView[role="bare"] { border: none; border-radius: 0; }
+QListView, QTreeView { padding: 4px; }
+QListView:focus, QTreeView:focus { padding: 3px; }
+QListView[role="bare"], QTreeView[role="bare"] { border: none; border-radius: 0; padding: 0; }
 QTableView::item { padding: 0 8px; }
-QListView[role="thumbnails"] { background: @ground; border: none; border-radius: 0; }
+QListView[role="thumbnails"] { background: @ground; border: none; border-radius: 0; padding: 0; }
 QListView[role="bare"]:focus, QTreeView[role="bare"]:focus, QListView[role="thumbnails"]:focus {
-  border: none; }
+  border: none; padding: 0; }
 QWidget#busystrip { background: @raised; border: 1px solid @line; border-radius: 4px; }
 QListView::item, QTreeView::item { min-height: 24px; }
 QListView::item:hover, QTreeView::item:hover { background: #343434; }
@@ -124,7 +132,7 @@ QMenu::item:disabled { color: #808080; }
 QMenu::separator { height: 1px; background: @line; margin: 4px 8px; }
 QMenu::icon { padding-left: 4px; }
 
-QTabBar { background: transparent; }
+QTabBar { background: transparent; qproperty-drawBase: 0; }
 QTabBar::tab { background: transparent; color: @quiet; padding: 4px 12px; min-height: 24px;
   border: none; border-bottom: 2px solid transparent; }
 QTabBar::tab:hover { color: @text; }
@@ -145,9 +153,9 @@ QProgressBar { background: @raised; border: none; border-radius: 2px; min-height
 QProgressBar::chunk { background: @accent; border-radius: 2px; }
 
 QScrollBar { background: transparent; border: none; }
-QScrollBar:vertical { width: 12px; }
-QScrollBar:horizontal { height: 12px; }
-QScrollBar::handle { background: #5a5a5a; border-radius: 4px; margin: 2px; }
+QScrollBar:vertical { width: 10px; }
+QScrollBar:horizontal { height: 10px; }
+QScrollBar::handle { background: #5a5a5a; border-radius: 3px; margin: 2px; }
 QScrollBar::handle:vertical { min-height: 32px; }
 QScrollBar::handle:horizontal { min-width: 32px; }
 QScrollBar::handle:hover { background: #707070; }
@@ -183,6 +191,24 @@ QString Sheet() {
     sheet.replace(QLatin1StringView(token.name), QColor(token.colour).name());
   return sheet;
 }
+
+/// The row that the keyboard is on has a thin line round it; the style's own mark looks like half a
+/// selection.
+class Style : public QProxyStyle {
+ public:
+  Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    if (element != PE_FrameFocusRect || qobject_cast<const QAbstractItemView*>(widget) == nullptr)
+      return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    painter->save();
+    painter->setPen(QColor(kAccent));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+  }
+};
 
 QPalette DarkPalette() {
   QPalette palette;
@@ -229,7 +255,7 @@ void Apply(QApplication& application) {
                                                        QStandardPaths::LocateDirectory));
   QIcon::setThemeName(QStringLiteral("breeze-dark"));
   QIcon::setFallbackThemeName(QStringLiteral("breeze"));
-  application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  application.setStyle(new Style);
   application.setPalette(DarkPalette());
   application.setStyleSheet(Sheet());
 }
@@ -258,12 +284,16 @@ void MakePrimary(QPushButton* button) {
   WithRole(button, "primary")->setDefault(true);
 }
 
+void MakeBare(QWidget* view) {
+  WithRole(view, "bare");
+}
+
 void MakeChoice(QPushButton* button) {
   WithRole(button, "choice");
 }
 
-void MakeCompact(QPushButton* button) {
-  WithRole(button, "compact");
+void MakeCompact(QWidget* widget) {
+  WithRole(widget, "compact");
 }
 
 QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* parent) {
@@ -274,6 +304,11 @@ QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* paren
   button->setAccessibleName(toolTip);
   button->setFocusPolicy(Qt::TabFocus);
   return button;
+}
+
+int ListHeight(int rows) {
+  constexpr int kFrame = 1;
+  return rows * kRowHeight + 2 * (kSpace4 + kFrame);
 }
 
 void SetSpace(QLayout* layout, int margin, int space) {

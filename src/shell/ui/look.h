@@ -54,12 +54,16 @@ QLabel* Caption(const QString& text, QWidget* parent = nullptr);
 QLabel* Hint(const QString& text, QWidget* parent = nullptr);
 /// The one button of a dialog that does what the dialog is for.
 void MakePrimary(QPushButton* button);
+/// A list or tree that fills a pane: without a frame.
+void MakeBare(QWidget* view);
 /// A button whose menu chooses what it reads.
 void MakeChoice(QPushButton* button);
-/// A button with a long text in a narrow panel.
-void MakeCompact(QPushButton* button);
+/// A button or field whose text must fit into a narrow panel.
+void MakeCompact(QWidget* widget);
 /// A button of 28 x 28 with an icon and a tool tip, which is also its name for a screen reader.
 QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* parent = nullptr);
+/// The height of a framed list that shows this many rows.
+int ListHeight(int rows);
 /// The same margins on all sides, the same space between.
 void SetSpace(QLayout* layout, int margin, int space);
 
