@@ -38,6 +38,7 @@ bool CategoryInUse(const Catalogue& catalogue, const QString& name) {
 }
 
 bool AskAndDeleteCategory(Catalogue& catalogue, const QString& name) {
+  if (name.isEmpty()) return false;
   if (CategoryInUse(catalogue, name)) {
     MsgBox(QString::fromUtf16(category_text::kInUse), MessageKind::Information);
     return false;

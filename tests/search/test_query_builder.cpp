@@ -9,6 +9,7 @@
 #include "search/filter_lists.h"
 #include "search/query_builder.h"
 #include "shell/error.h"
+#include "shell/messages.h"
 #include "tests/catalogue/catalogue_fixture.h"
 #include "tests/support/print_text.h"
 
@@ -281,6 +282,34 @@ TEST_F(Search, CategoriesAreAddedOnceAndDeletedWhenUnused) {
   EXPECT_TRUE(CategoryInUse(*catalogue, u"family"_s));
   EXPECT_FALSE(CategoryInUse(*catalogue, u"Fam"_s));
   EXPECT_FALSE(CategoryInUse(*catalogue, u"a\"b"_s));
+}
+
+TEST_F(Search, CategoriesGoWhenTheUserAgrees) {
+  QStringList messages;
+  Answer answer = Answer::No;
+  const auto before = SetMessageHandler([&](const QString& text, MessageKind, Buttons buttons) {
+    messages.append(text);
+    return buttons == Buttons::YesNo ? answer : Answer::Ok;
+  });
+  for (const QString& name : {u"Family"_s, u"Föhn's"_s})
+    ASSERT_TRUE(catalogue->AddCategory(name));
+  ASSERT_TRUE(Add(u"/a.jpg"_s, {{Column::Categories, u",Family,"_s}}));
+  EXPECT_FALSE(AskAndDeleteCategory(*catalogue, QString()));
+  EXPECT_FALSE(AskAndDeleteCategory(*catalogue, u"Family"_s));
+  EXPECT_FALSE(AskAndDeleteCategory(*catalogue, u"Föhn's"_s));
+  EXPECT_EQ(catalogue->Categories().size(), 2);
+  answer = Answer::Yes;
+  EXPECT_TRUE(AskAndDeleteCategory(*catalogue, u"Föhn's"_s));
+  EXPECT_EQ(catalogue->Categories(), QStringList{u"Family"_s});
+  const QString question = u"Delete Föhn's from the list of categories?"_s;
+  EXPECT_EQ(messages, (QStringList{QString::fromUtf16(category_text::kInUse), question, question}));
+  // What can't be written is told, and nothing is gone.
+  ASSERT_TRUE(catalogue->AddCategory(u"Spare"_s));
+  Reopen(CatalogueAccess::Reading);
+  EXPECT_FALSE(AskAndDeleteCategory(*catalogue, u"Spare"_s));
+  EXPECT_EQ(messages.last(), u"The database is read-only"_s);
+  EXPECT_EQ(catalogue->Categories().size(), 2);
+  SetMessageHandler(before);
 }
 
 TEST(Categories, NamesStandBetweenCommas) {

@@ -2,25 +2,25 @@
 #pragma once
 
 #include <QDialog>
-#include <QHash>
 
 #include "catalogue/catalogue.h"
 
+class QLayout;
 class QLineEdit;
 class QPushButton;
-class QTreeWidget;
-class QTreeWidgetItem;
 
 namespace zqm {
 
+class CatalogueTree;
 class FolderTree;
 class RunProgress;
 
-/// Tells the catalogue where a folder is that was moved or renamed by another program.
+/// Tells the catalogue where a folder is that another program has moved or renamed. Stays open for
+/// the next one.
 class frmconnect : public QDialog {
   Q_OBJECT
  public:
-  /// `folders` are those of the catalogue's photos.
+  /// `folders` as `CatalogueFolders` gives them.
   frmconnect(Catalogue& catalogue, const QStringList& folders, QWidget* parent = nullptr);
 
   void reject() override;
@@ -30,19 +30,14 @@ class frmconnect : public QDialog {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  QLayout* ComposeTrees();
-  QLayout* ComposePaths();
-  QLayout* ComposeButtons();
-  void ShowFolders(const QStringList& folders);
-  void Timer1_Timer();
-  void TreeView1_NodeClick(const QTreeWidgetItem* node);
+  QLayout* ComposePanes();
   void Command1_Click();
+  void ShowProgress(int done, int total);
   void SetLocked(bool locked);
 
   Catalogue& catalogue_;
-  QTreeWidget* found_;
-  QHash<QString, QTreeWidgetItem*> nodes_;  // by their folders
-  FolderTree* disk_;
+  CatalogueTree* foundTree_;
+  FolderTree* diskTree_;
   QLineEdit* oldFolder_;
   QLineEdit* newFolder_;
   RunProgress* progress_;

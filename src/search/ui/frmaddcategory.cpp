@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "search/ui/frmaddcategory.h"
 
-#include <QHBoxLayout>
+#include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include "search/categories.h"
 #include "shell/error.h"
@@ -14,54 +16,80 @@ using namespace Qt::StringLiterals;
 
 namespace zqm {
 namespace {
-
-constexpr int kWidth = 360;
-
-}  // namespace
+constexpr int kNameWidth = 320;
+}
 
 frmaddcategory::frmaddcategory(Catalogue& catalogue, QWidget* parent)
-    : QDialog(parent), catalogue_(catalogue), name_(new QLineEdit) {
+    : QDialog(parent),
+      catalogue_(catalogue),
+      nameEdit_(new QLineEdit),
+      takenAs_(look::Hint(QString())),
+      addButton_(new QPushButton(tr("&Add"))) {
   setObjectName(u"frmaddcategory"_s);
   setWindowTitle(tr("Add New Category"));
-  name_->setObjectName(u"Text1"_s);
-  name_->setAccessibleName(tr("Category"));
-  name_->setPlaceholderText(tr("Such as Family or Travel"));
-  auto* add = new QPushButton(tr("Add"));
-  add->setObjectName(u"Command1"_s);
-  look::MakePrimary(add);
-  auto* close = new QPushButton(tr("Close"));
-  close->setObjectName(u"Command2"_s);
+  nameEdit_->setObjectName(u"Text1"_s);
+  nameEdit_->setMinimumWidth(kNameWidth);
+  takenAs_->setObjectName(u"Label1"_s);
+  takenAs_->setTextFormat(Qt::PlainText);
+  addButton_->setObjectName(u"Command1"_s);
+  look::MakePrimary(addButton_);
+  auto* closeButton = new QPushButton(tr("Close"));
+  closeButton->setObjectName(u"Command2"_s);
 
-  auto* field = new QHBoxLayout;
-  look::SetSpace(field, 0, look::kSpace8);
-  field->addWidget(look::Caption(tr("Category")));
-  field->addWidget(name_, 1);
+  QLabel* caption = look::Caption(tr("&Category"));
+  caption->setBuddy(nameEdit_);
+  auto* grid = new QGridLayout;
+  look::SetSpace(grid, 0, look::kSpace8);
+  grid->addWidget(caption, 0, 0);
+  grid->addWidget(nameEdit_, 0, 1);
+  grid->addWidget(takenAs_, 1, 1);
+  grid->setColumnStretch(1, 1);
   auto* foot = new QHBoxLayout;
   look::SetSpace(foot, 0, look::kSpace8);
   foot->addStretch();
-  foot->addWidget(close);
-  foot->addWidget(add);
+  foot->addWidget(closeButton);
+  foot->addWidget(addButton_);
   auto* column = new QVBoxLayout(this);
   look::SetSpace(column, look::kSpace16, look::kSpace16);
-  column->addLayout(field);
+  column->addLayout(grid);
+  column->addStretch();
   column->addLayout(foot);
-  setMinimumWidth(kWidth);
 
-  connect(add, &QPushButton::clicked, this,
+  connect(closeButton, &QPushButton::clicked, this, &QDialog::reject);
+  connect(addButton_, &QPushButton::clicked, this,
           [this] { Guarded("frmaddcategory", "Command1_Click", [this] { Command1_Click(); }); });
-  connect(close, &QPushButton::clicked, this, &QDialog::reject);
-  name_->setFocus();
+  connect(nameEdit_, &QLineEdit::textChanged, this, &frmaddcategory::Text1_Change);
+  Text1_Change();
+  nameEdit_->setFocus();
+}
+
+void frmaddcategory::Text1_Change() {
+  const QString typed = nameEdit_->text();
+  const QString name = CategoryName(typed);
+  const bool nothing = name.trimmed().isEmpty();
+  takenAs_->setText(nothing || name == typed ? QString() : tr("Will be added as '%1'.").arg(name));
+  QString whyNot;
+  if (catalogue_.ReadOnly())
+    whyNot = tr("The catalogue is read-only.");
+  else if (nothing)
+    whyNot = tr("Type a name first.");
+  addButton_->setEnabled(whyNot.isEmpty());
+  addButton_->setToolTip(whyNot);
 }
 
 void frmaddcategory::Command1_Click() {
-  const auto added = AddCategory(catalogue_, name_->text());
-  const QString message = added ? *added : added.Reason();
-  if (!message.isEmpty()) MsgBox(message, added ? MessageKind::Information : MessageKind::Warning);
-  name_->setFocus();
-  if (!added) return name_->selectAll();
-  if (message.isEmpty()) return;
-  name_->clear();
-  Q_EMIT Added();
+  const QString typed = nameEdit_->text();
+  const auto added = AddCategory(catalogue_, typed);
+  if (added && added->isEmpty()) return;
+  if (added) {
+    Q_EMIT Added(CategoryName(typed));
+    MsgBox(*added, MessageKind::Information);
+    nameEdit_->clear();
+  } else {
+    MsgBox(added.Reason(), MessageKind::Warning);
+    nameEdit_->selectAll();
+  }
+  nameEdit_->setFocus();
 }
 
 }  // namespace zqm

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "session/ui/frmnewdb.h"
 
-#include <QHBoxLayout>
+#include <QCloseEvent>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include "session/maintenance.h"
 #include "shell/busy.h"
@@ -16,62 +18,82 @@ using namespace Qt::StringLiterals;
 
 namespace zqm {
 namespace {
-
-constexpr int kWidth = 400;
-
-}  // namespace
+constexpr int kNameWidth = 320;
+}
 
 frmnewdb::frmnewdb(SessionFolders folders, QWidget* parent)
     : QDialog(parent),
       folders_(std::move(folders)),
-      name_(new QLineEdit),
+      nameEdit_(new QLineEdit),
       status_(look::Hint(QString())),
-      ok_(new QPushButton(tr("Create"))) {
+      createButton_(new QPushButton(tr("C&reate"))),
+      cancelButton_(new QPushButton(tr("Cancel"))) {
   setObjectName(u"frmnewdb"_s);
   setWindowTitle(u"Create New Database"_s);
-  name_->setObjectName(u"Text1"_s);
-  name_->setAccessibleName(tr("Name of the database"));
+  nameEdit_->setObjectName(u"Text1"_s);
+  nameEdit_->setMinimumWidth(kNameWidth);
   status_->setObjectName(u"Label3"_s);
-  ok_->setObjectName(u"cmdok"_s);
-  look::MakePrimary(ok_);
-  auto* cancel = new QPushButton(tr("Cancel"));
-  cancel->setObjectName(u"cmdcancel"_s);
+  createButton_->setObjectName(u"cmdok"_s);
+  look::MakePrimary(createButton_);
+  cancelButton_->setObjectName(u"cmdcancel"_s);
 
-  auto* field = new QHBoxLayout;
-  look::SetSpace(field, 0, look::kSpace8);
-  field->addWidget(look::Caption(tr("Name")));
-  field->addWidget(name_, 1);
+  QLabel* caption = look::Caption(tr("&Name"));
+  caption->setBuddy(nameEdit_);
+  auto* grid = new QGridLayout;
+  look::SetSpace(grid, 0, look::kSpace8);
+  grid->addWidget(caption, 0, 0);
+  grid->addWidget(nameEdit_, 0, 1);
+  grid->addWidget(look::Caption(u".mdb"_s), 0, 2);
+  grid->addWidget(status_, 1, 1, 1, 2);
+  grid->setColumnStretch(1, 1);
   auto* foot = new QHBoxLayout;
   look::SetSpace(foot, 0, look::kSpace8);
-  foot->addWidget(status_, 1);
-  foot->addWidget(cancel);
-  foot->addWidget(ok_);
+  foot->addStretch();
+  foot->addWidget(cancelButton_);
+  foot->addWidget(createButton_);
   auto* column = new QVBoxLayout(this);
   look::SetSpace(column, look::kSpace16, look::kSpace16);
-  column->addLayout(field);
+  column->addLayout(grid);
+  column->addStretch();
   column->addLayout(foot);
-  setMinimumWidth(kWidth);
 
-  connect(ok_, &QPushButton::clicked, this,
+  connect(cancelButton_, &QPushButton::clicked, this, &QDialog::reject);
+  connect(createButton_, &QPushButton::clicked, this,
           [this] { Guarded("frmnewdb", "cmdok_Click", [this] { cmdok_Click(); }); });
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-  name_->setFocus();
+  SetLocked(false);
+  nameEdit_->setFocus();
 }
 
 void frmnewdb::cmdok_Click() {
-  status_->setText(QString::fromUtf16(maintenance_text::kCreating));
-  ok_->setEnabled(false);
+  if (running_) return;
+  SetLocked(true);
   YieldToInterface();
-  const Outcome made = CreateCatalogue(folders_, name_->text());
-  status_->clear();
-  ok_->setEnabled(true);
-  if (!made) {
-    MsgBox(made.Reason(), MessageKind::Warning);
-    name_->setFocus();
-    return name_->selectAll();
+  const Outcome made = CreateCatalogue(folders_, nameEdit_->text());
+  SetLocked(false);
+  if (made) {
+    MsgBox(QString::fromUtf16(maintenance_text::kCreated), MessageKind::Information);
+    return accept();
   }
-  MsgBox(QString::fromUtf16(maintenance_text::kCreated), MessageKind::Information);
-  accept();
+  MsgBox(made.Reason(), MessageKind::Warning);
+  nameEdit_->selectAll();
+  nameEdit_->setFocus();
+}
+
+void frmnewdb::SetLocked(bool locked) {
+  running_ = locked;
+  for (QWidget* widget : std::initializer_list<QWidget*>{nameEdit_, createButton_, cancelButton_})
+    widget->setEnabled(!locked);
+  status_->setText(locked ? QString::fromUtf16(maintenance_text::kCreating)
+                          : tr("It starts empty. The database in use stays loaded."));
+}
+
+void frmnewdb::reject() {
+  if (!running_) QDialog::reject();
+}
+
+void frmnewdb::closeEvent(QCloseEvent* event) {
+  if (running_) return event->ignore();
+  QDialog::closeEvent(event);
 }
 
 }  // namespace zqm

@@ -11,19 +11,27 @@ class QPushButton;
 
 namespace zqm {
 
-/// Makes a further, empty catalogue; the active one stays.
+/// Makes an empty catalogue beside the others. The run keeps the one that it has.
 class frmnewdb : public QDialog {
   Q_OBJECT
  public:
   explicit frmnewdb(SessionFolders folders, QWidget* parent = nullptr);
 
+  void reject() override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
  private:
   void cmdok_Click();
+  void SetLocked(bool locked);
 
   SessionFolders folders_;
-  QLineEdit* name_;
+  QLineEdit* nameEdit_;
   QLabel* status_;
-  QPushButton* ok_;
+  QPushButton* createButton_;
+  QPushButton* cancelButton_;
+  bool running_ = false;
 };
 
 }  // namespace zqm
