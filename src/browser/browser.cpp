@@ -184,21 +184,23 @@ void Browser::LoadResults(const QStringList& paths) {
   FailureList failures{QString::fromUtf16(kResultFailures), {}};
   {
     BusyRun run(busy_, u"Loading Photos..."_s);
-    PhotoRecordset& photos = catalogue_.Photos();
-    QStringList shown, offline;
+    QStringList offline;
     int done = 0;
     for (const QString& path : paths) {
       run.Progress(done++, static_cast<int>(paths.size()));
-      if (!FileExists(path)) {
-        if (!photos.LocateRow(path)) continue;
-        if (const auto thumbnail = photos.ReadThumbnail(); !thumbnail) {
-          failures.Add(path, thumbnail.Reason());
-          continue;
-        }
-        offline.append(path);
-      }
-      shown.append(path);
+      if (!FileExists(path)) offline.append(path);
     }
+    const std::vector<bool> stored = catalogue_.Photos().HaveThumbnails(offline);
+    for (qsizetype i = 0; i < offline.size(); ++i)
+      if (!stored[static_cast<std::size_t>(i)])
+        failures.Add(offline.at(i), QString::fromUtf16(kReasonThumbnail));
+    QSet<QString> lost;
+    for (const FailureRow& row : failures.rows)
+      lost.insert(row.File);
+    const auto isLost = [&lost](const QString& path) { return lost.contains(path); };
+    QStringList shown = paths;
+    shown.removeIf(isLost);
+    offline.removeIf(isLost);
     thumbnails_.AppendImages(shown);
     for (const QString& path : offline)
       thumbnails_.SetOffline(thumbnails_.IndexOf(path), true);

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "catalogue/like_pattern.h"
+#include "catalogue/reasons.h"
 #include "catalogue/schema.h"
 #include "shell/files.h"
 #include "shell/platform.h"

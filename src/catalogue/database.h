@@ -124,9 +124,4 @@ std::string QuotedText(QStringView text);
 /// The name in double quotes.
 std::string QuotedName(QStringView name);
 
-inline constexpr char16_t kReasonDatabaseReadOnly[] = u"The database is read-only";
-inline constexpr char16_t kReasonDatabaseLocked[] = u"The database is locked by another program";
-inline constexpr char16_t kReasonDiskFull[] = u"The disk is full";
-inline constexpr char16_t kReasonDiskFailed[] = u"The disk could not be read or written";
-
 }  // namespace zqm

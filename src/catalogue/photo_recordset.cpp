@@ -151,6 +151,31 @@ struct PhotoRecordset::State {
     return bytes;
   }
 
+  /// What a statement that begins with the rows' ID gives for each path; `Value()` where there is
+  /// no row.
+  template <class Value, class Read>
+  std::vector<Value> ForPaths(const std::string& select, const QStringList& paths,
+                              const Read& read) const {
+    QByteArray ids = "[";
+    std::vector<qint64> rows;
+    for (const QString& path : paths) {
+      rows.push_back(index.Find(path).value_or(0));
+      if (rows.back() == 0) continue;
+      if (ids.size() > 1) ids += ',';
+      ids += QByteArray::number(rows.back());
+    }
+    ids += ']';
+    QHash<qint64, Value> values;
+    const std::array<zqm::Value, 1> list{QString::fromLatin1(ids)};
+    database.Read(select + " WHERE ID IN (SELECT value FROM json_each(?))", list,
+                  [&](const Row& row) { values.insert(row.Number(0), read(row)); });
+    std::vector<Value> found;
+    found.reserve(rows.size());
+    for (const qint64 id : rows)
+      found.push_back(values.value(id));
+    return found;
+  }
+
   Outcome StoreThumbnail(qint64 id) {
     if (!thumbnail) return {};
     const std::array<Value, 2> values{id, *thumbnail};
@@ -357,26 +382,8 @@ QString PhotoRecordset::GetField(Column column) const {
 }
 
 std::vector<QString> PhotoRecordset::TextsOf(Column column, const QStringList& paths) const {
-  State& s = *state_;
-  QByteArray ids = "[";
-  std::vector<qint64> rows;
-  for (const QString& path : paths) {
-    rows.push_back(s.index.Find(path).value_or(0));
-    if (rows.back() == 0) continue;
-    if (ids.size() > 1) ids += ',';
-    ids += QByteArray::number(rows.back());
-  }
-  ids += ']';
-  QHash<qint64, QString> texts;
-  const std::array<Value, 1> list{QString::fromLatin1(ids)};
-  s.database.Read("SELECT ID, " + QuotedName(ColumnName(column)) +
-                      " FROM texts WHERE ID IN (SELECT value FROM json_each(?))",
-                  list, [&](const Row& row) { texts.insert(row.Number(0), row.Text(1)); });
-  std::vector<QString> found;
-  found.reserve(rows.size());
-  for (const qint64 id : rows)
-    found.push_back(texts.value(id));
-  return found;
+  return state_->ForPaths<QString>("SELECT ID, " + QuotedName(ColumnName(column)) + " FROM texts",
+                                   paths, [](const Row& row) { return row.Text(1); });
 }
 
 Outcome PhotoRecordset::DeleteCurrentRow() {
@@ -416,6 +423,12 @@ Result<QByteArray> PhotoRecordset::ThumbnailOf(const QString& path) const {
   const auto id = state_->index.Find(path);
   if (!id) return Failure{QString::fromUtf16(kReasonNotCatalogued)};
   return Checked(state_->StoredThumbnail(*id));
+}
+
+std::vector<bool> PhotoRecordset::HaveThumbnails(const QStringList& paths) const {
+  return state_->ForPaths<bool>(
+      "SELECT ID, length(Thumbnail) FROM thumbnails", paths,
+      [](const Row& row) { return !ThumbnailSizeRefused(row.Number(1)); });
 }
 
 }  // namespace zqm

@@ -77,6 +77,8 @@ class PhotoRecordset {
   /// The stored thumbnail of any row, the cursor left where it is; reasons as above, and
   /// `kReasonNotCatalogued`.
   Result<QByteArray> ThumbnailOf(const QString& path) const;
+  /// For many paths by one statement: whether `ThumbnailOf` would succeed.
+  std::vector<bool> HaveThumbnails(const QStringList& paths) const;
 
  private:
   struct State;

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "catalogue/reasons.h"
 #include "shell/busy.h"
 #include "shell/files.h"
 #include "shell/text.h"
@@ -66,7 +67,9 @@ Result<OptimizeReport> Optimize(Session& session,
   Outcome done = CompactAndCheck(catalogue, compacted, progress);
   report.after = QFileInfo(compacted).size();
   // A log beside the old file would be taken for the new one's.
-  if (done && !catalogue.DropSideFiles()) done = Failure{QString::fromUtf16(session_text::kLocked)};
+  if (done) done = catalogue.DropSideFiles();
+  if (done.Reason() == QStringView(kReasonDatabaseLocked))
+    done = Failure{QString::fromUtf16(session_text::kLocked)};
   if (done) {
     if (closing) closing();
     session.CloseCatalogue();

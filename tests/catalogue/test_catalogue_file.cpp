@@ -2,7 +2,6 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <gmock/gmock.h>
 #include <signal.h>
-#include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,6 +13,7 @@
 #include "shell/files.h"
 #include "tests/catalogue/catalogue_fixture.h"
 #include "tests/support/print_text.h"
+#include "tests/support/small_disk.h"
 
 using namespace Qt::StringLiterals;
 
@@ -255,12 +255,9 @@ TEST_F(CatalogueFileTest, MoreRowsThanTheIndexHoldsAreNoDamage) {
 }
 
 TEST_F(CatalogueFileTest, AFullDiskUndoesTheRowAndSaysSo) {
-  if (::mount("tmpfs", folder.path().toLocal8Bit(), "tmpfs", 0, "size=1m") != 0)
-    GTEST_SKIP() << "needs the right to mount";
-  const auto unmount = qScopeGuard([&] {
-    catalogue.reset();
-    ::umount(folder.path().toLocal8Bit());
-  });
+  const test::SmallDisk disk(folder.path());
+  if (!disk.IsMounted()) GTEST_SKIP() << "needs the right to mount";
+  const auto close = qScopeGuard([this] { catalogue.reset(); });
   catalogue.reset();
   ASSERT_TRUE(CreateCatalogueFile(file));
   // Without room for the side files reading goes on.

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <QStorageInfo>
+
 #include "session/maintenance.h"
 #include "tests/support/print_text.h"
 #include "tests/support/scratch.h"
+#include "tests/support/small_disk.h"
 
 using namespace Qt::StringLiterals;
 
@@ -119,6 +122,33 @@ TEST_F(Maintenance, ACompactionThatFailsLeavesTheOldFile) {
   ASSERT_TRUE(session_->HasActiveCatalogue());
   session_->CloseCatalogue();
   EXPECT_EQ(test::Scratch::Read(File()), before);
+}
+
+TEST_F(Maintenance, AFullDiskLeavesTheOldFile) {
+  constexpr int kRows = 30;
+  const auto fails = [&](const QString& disk) {  // a folder of the scratch
+    AddRows(kRows);
+    Open();  // everything is in the file itself now
+    const QByteArray before = test::Scratch::Read(File());
+    const qint64 room = QStorageInfo(scratch_.Path(disk)).bytesFree() - before.size() / 3;
+    scratch_.Write(disk + u"/ballast"_s, QByteArray(static_cast<qsizetype>(room), 'x'));
+    EXPECT_EQ(Optimize(*session_, {}).Reason(), u"The disk is full"_s);
+    EXPECT_FALSE(QFileInfo::exists(Compacted()));
+    session_->CloseCatalogue();
+    EXPECT_EQ(test::Scratch::Read(File()), before);
+    Open();
+    EXPECT_EQ(Photos().Count(), kRows);
+    session_.reset();
+  };
+  {
+    const test::SmallDisk disk(folders_.ScratchFolder());
+    if (!disk.IsMounted()) GTEST_SKIP() << "needs the right to mount";
+    fails(u"home/AppData/Zolmira/QM/Temp"_s);
+  }
+  // The new file is whole, and can't be brought to where the old one stands.
+  const test::SmallDisk disk(folders_.DocumentsPath);
+  Open();
+  fails(u"home/Documents"_s);
 }
 
 TEST(OptimizeReport, SizesAndSaving) {

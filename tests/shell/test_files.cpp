@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +9,7 @@
 #include "shell/platform.h"
 #include "tests/support/print_text.h"
 #include "tests/support/scratch.h"
+#include "tests/support/small_disk.h"
 
 using namespace Qt::StringLiterals;
 using zqm::test::Scratch;
@@ -23,22 +23,6 @@ const QString kDenied = QString::fromUtf16(kReasonPermission);
 void Link(const QString& to, const QString& name) {
   ASSERT_EQ(symlink(to.toUtf8().constData(), name.toUtf8().constData()), 0);
 }
-
-/// A file system of one megabyte, where this user may mount one.
-class SmallDisk {
- public:
-  SmallDisk()
-      : mounted_(mount("tmpfs", folder_.Path().toUtf8().constData(), "tmpfs", 0, "size=1m") == 0) {}
-  ~SmallDisk() {
-    if (mounted_) umount(folder_.Path().toUtf8().constData());
-  }
-  bool IsMounted() const { return mounted_; }
-  const Scratch& Folder() const { return folder_; }
-
- private:
-  Scratch folder_;
-  bool mounted_;
-};
 
 TEST(Files, PartsOfPaths) {
   struct Case {
@@ -235,19 +219,20 @@ TEST(Files, MoveNeverReplaces) {
 }
 
 TEST(Files, AFullDiskLeavesEverythingAsItWas) {
-  const SmallDisk disk;
+  const Scratch small;
+  const test::SmallDisk disk(small.Path());
   if (!disk.IsMounted()) GTEST_SKIP() << "may not mount a small disk";
   const Scratch outside;
   const QByteArray big(2'000'000, 'b');
   const QString source = outside.Write("source", big);
-  const QString target = disk.Folder().Write("target", "old");
+  const QString target = small.Write("target", "old");
   EXPECT_FALSE(WriteFileAtomically(target, big));
   EXPECT_FALSE(CopyFile(source, target));
-  EXPECT_FALSE(CopyFile(source, disk.Folder().Path("fresh")));
-  EXPECT_FALSE(MoveFile(source, disk.Folder().Path("fresh")));
+  EXPECT_FALSE(CopyFile(source, small.Path("fresh")));
+  EXPECT_FALSE(MoveFile(source, small.Path("fresh")));
   EXPECT_EQ(Scratch::Read(target), "old");
   EXPECT_EQ(Scratch::Read(source), big);
-  EXPECT_EQ(disk.Folder().Names(), QStringList{u"target"_s});
+  EXPECT_EQ(small.Names(), QStringList{u"target"_s});
 }
 
 TEST(Files, CopiesFolders) {

@@ -127,30 +127,34 @@ void StartUp::Timer_Timer() {
   start_.reset();
 }
 
+Outcome StartUp::OpenMainWindow(const QString& name,
+                                const std::function<void(const QString&)>& status) {
+  if (Outcome activated = session_->Activate(name, status); !activated) return activated;
+  try {
+    main_ = std::make_unique<frmmain>(*session_);
+  } catch (const Error& error) {
+    // A catalogue that opens and can't be read is a lost one, not a fault of the program.
+    if (error.Number() != error_number::kDatabase) throw;
+    return Failure{QString::fromUtf16(session_text::kDamaged)};
+  }
+  loaded_ = name;
+  return {};
+}
+
 void StartUp::Activate(const QString& name) {
   // Whoever starts the program now is to see what is being loaded, not the choice again.
   if (check_) check_.release()->deleteLater();
   frmintro intro;
   intro.show();
   YieldToInterface();
-  const Outcome activated =
-      session_->Activate(name, [&intro](const QString& status) { intro.SetStatus(status); });
-  if (!activated) {
+  const Outcome opened =
+      OpenMainWindow(name, [&intro](const QString& status) { intro.SetStatus(status); });
+  const QString former = std::exchange(former_, QString());
+  if (!opened) {
     intro.hide();
-    const QString former = std::exchange(former_, QString());
-    if (former.isEmpty() || former == name) return Fail(activated.Reason());
-    MsgBox(activated.Reason(), MessageKind::Critical);
+    if (former.isEmpty() || former == name) return Fail(opened.Reason());
+    MsgBox(opened.Reason(), MessageKind::Critical);
     return Activate(former);
-  }
-  former_.clear();
-  loaded_ = name;
-  try {
-    main_ = std::make_unique<frmmain>(*session_);
-  } catch (const Error& error) {
-    // A catalogue that opens and can't be read is a lost one, not a fault of the program.
-    if (error.Number() != error_number::kDatabase) throw;
-    intro.hide();
-    return Fail(QString::fromUtf16(session_text::kDamaged));
   }
   connect(main_.get(), &frmmain::SelectDatabaseWanted, this,
           [this] { Guarded("frmcheckDB", "cmdok_Click", [this] { SelectDatabase(); }); });

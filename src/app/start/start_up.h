@@ -54,6 +54,7 @@ class StartUp : public QObject {
   Outcome WaitForLock();
   void Timer_Timer();
   void Activate(const QString& name);
+  Outcome OpenMainWindow(const QString& name, const std::function<void(const QString&)>& status);
   void SelectDatabase();
   void Raise(const QStringList& paths);
   void OpenPaths();

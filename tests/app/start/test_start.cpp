@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QAction>
 #include <QListWidget>
 #include <QLocalSocket>
+#include <QPointer>
 #include <QPushButton>
 #include <QSettings>
 #include <QTimer>
@@ -69,9 +71,9 @@ class Start : public test::HomeTest {
     return nullptr;
   }
 
-  bool OpenSession() {
+  bool OpenSession(const QString& name = u"Zolmira QM.mdb"_s) {
     session_ = std::make_unique<Session>(folders_);
-    return session_->LockHome() && session_->Activate(u"Zolmira QM.mdb"_s);
+    return session_->LockHome() && session_->Activate(name);
   }
 
   SessionFolders folders_;
@@ -158,6 +160,40 @@ TEST_F(Start, ADamagedCatalogueIsSaidToBe) {
   const auto start = Begin();
   EXPECT_TRUE(Ended(2));
   EXPECT_EQ(messages_, QStringList{QString::fromUtf16(session_text::kDamaged)});
+}
+
+TEST_F(Start, TheUserSwitchesToAnotherCatalogueAndBackWhenItIsLost) {
+  AddCatalogue(u"Other.mdb"_s);
+  ASSERT_TRUE(OpenSession(u"Other.mdb"_s));
+  ASSERT_TRUE(session_->ActiveCatalogue().AddCategory(u"Harbour"_s));
+  session_.reset();
+  scratch_.Write("Documents/Zolmira/QM/Spoilt.mdb", "this is no catalogue");
+  const auto start = Open({.catalogue = u"Zolmira QM"_s});
+  const auto switchTo = [&start](const QString& name) {
+    const QPointer<frmmain> before = start->MainWindow();
+    QTimer::singleShot(0, [name] {
+      auto* list = Choice()->findChild<QListWidget*>(u"List1"_s);
+      list->setCurrentItem(list->findItems(name, Qt::MatchExactly).first());
+      QTest::keyClick(list, Qt::Key_Return);
+    });
+    before->findChild<QAction*>(u"mnuselectdb"_s)->trigger();
+    return test::Eventually([&] { return before == nullptr && start->MainWindow() != nullptr; });
+  };
+  const auto categories = [&start] {
+    auto* list = start->MainWindow()->findChild<QWidget*>(u"searchpanel"_s);
+    return list->findChild<QAbstractItemView*>(u"List2"_s)->model()->rowCount();
+  };
+  EXPECT_EQ(categories(), 0);
+  ASSERT_TRUE(switchTo(u"Other.mdb"_s));
+  EXPECT_EQ(categories(), 1);
+  EXPECT_TRUE(messages_.isEmpty());
+  // A second start still finds this one.
+  EXPECT_TRUE(StartAgain({}));
+  ASSERT_TRUE(switchTo(u"Spoilt.mdb"_s));
+  EXPECT_EQ(messages_, QStringList{QString::fromUtf16(session_text::kDamaged)});
+  EXPECT_EQ(categories(), 1);
+  EXPECT_TRUE(start->MainWindow()->close());
+  EXPECT_TRUE(Ended(0));
 }
 
 TEST_F(Start, AHomeInUseOrOutOfReachIsSaidToBe) {

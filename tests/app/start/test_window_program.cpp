@@ -168,6 +168,37 @@ TEST_F(WindowProgram, ARestartedOneTakesOverFromTheOneThatIsEnding) {
   EXPECT_EQ(restarted.state(), QProcess::Running);
 }
 
+TEST_F(WindowProgram, OptimizingStartsItAgainOnTheSameCatalogue) {
+  ASSERT_TRUE(StartServer());
+  const QString photo = scratch_.Write("photos/a.jpg", test::SampleJpeg(64, 48));
+  QProcess& writer = Start(QStringLiteral(ZQM_BINARY), {u"--home"_s, Home(), u"catalog"_s, photo});
+  ASSERT_EQ(ExitCode(writer), 0);
+  QProcess& old = StartWindow();
+  ASSERT_TRUE(Appears());
+  const QStringList before = Windows(kMainWidth);
+  // The command, then its report.
+  constexpr int kMessageWidth = 200;
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] {
+        const QStringList windows = Windows(kMessageWidth);
+        if (windows.size() > before.size()) return true;
+        ExitCode(
+            Start(u"xdotool"_s, {u"windowfocus"_s, before.last(), u"key"_s, u"ctrl+shift+o"_s}));
+        return false;
+      },
+      kPatience));
+  EXPECT_EQ(EndBy(u"Return"_s, old, kMessageWidth), 0);
+  ASSERT_TRUE(Appears());
+  EXPECT_FALSE(FileExists(Home() + u"/AppData/Zolmira/QM/Temp/Optimize.txt"_s));
+  EXPECT_FALSE(FileExists(Home() + u"/AppData/Zolmira/QM/Temp/temp.mdb"_s));
+  EXPECT_EQ(ExitCode(Start(u"xdotool"_s,
+                           {u"windowfocus"_s, Windows(kMainWidth).last(), u"key"_s, u"ctrl+q"_s})),
+            0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Windows(kMainWidth).isEmpty(); }, kPatience));
+  QProcess& reader = Start(QStringLiteral(ZQM_BINARY), {u"--home"_s, Home(), u"row"_s, photo});
+  EXPECT_EQ(ExitCode(reader), 0);
+}
+
 TEST_F(WindowProgram, ASmallScreenIsRefusedBeforeAnythingIsMade) {
   ASSERT_TRUE(StartServer(u"1024x767x24"_s));
   QProcess& program = StartWindow();
