@@ -134,6 +134,7 @@ class Browser : public QObject, public BrowserView {
   void EnableKeywords();
   QString WhyNotEditable() const;
   bool Refused();
+  bool MayWriteRows();
   void ShowHits(const QString& statement, const QString& busyText);
   void OnFolderChanged();
   void OnPhotoChanged(const QString& path);
@@ -157,5 +158,10 @@ class Browser : public QObject, public BrowserView {
   bool live_ = false;
   bool released_ = false;  // the catalogue is no longer to be used
 };
+
+namespace browser_text {
+inline constexpr char16_t kRetrieving[] = u"Retrieving Information. Please wait...";
+inline constexpr char16_t kReadOnly[] = u"The catalogue is read-only.";
+}  // namespace browser_text
 
 }  // namespace zqm

@@ -234,6 +234,19 @@ TEST_F(Browsing, CataloguingTheSelectionMarksAndTells) {
   EXPECT_EQ(failures_.rows[2].Reason, u"File is offline or missing"_s);
 }
 
+TEST_F(Browsing, AReadOnlyCatalogueIsSaidToBeBeforeAnythingIsRead) {
+  const QString a = AddPhoto(u"a.jpg"_s);
+  Session reading(session_->Folders());  // without the home's lock
+  ASSERT_TRUE(reading.Activate(u"Zolmira QM.mdb"_s));
+  Browser browser(reading, busy_);
+  browser.OnImageSelect({a});
+  browser.mnucatalogindividual_Click();
+  browser.RebuildSelected();
+  EXPECT_EQ(messages_,
+            (QStringList{u"The catalogue is read-only."_s, u"The catalogue is read-only."_s}));
+  EXPECT_EQ(Photos().Count(), 0);
+}
+
 TEST_F(Browsing, ABrokenPhotoIsSaidToBe) {
   const QString broken = scratch_.Write("photos/broken.jpg", "not a picture");
   Browse();

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "app/demo/scenes.h"
+#include "shell/text.h"
 
 using namespace Qt::StringLiterals;
 
@@ -65,21 +66,32 @@ const Exif& FieldCamera() {
 }
 
 const Exif& PocketCamera() {
-  static const Exif tags = {{u"EXIF_Make", u"Lumora Optical"}, {u"EXIF_Model", u"Pocket 20 Z"},
-                            {u"EXIF_Xresolution", u"72"},      {u"EXIF_Yresolution", u"72"},
-                            {u"EXIF_ResolutionUnit", u"2"},    {u"EXIF_Orientation", u"1"},
-                            {u"EXIF_ColorSpace", u"1"},        {u"EXIF_DigitalZoomRatio", u"1"},
-                            {u"EXIF_GainControl", u"0"},       {u"EXIF_MaxApertureValue", u"2"}};
+  static const Exif tags = {{u"EXIF_Make", u"Lumora Optical"},
+                            {u"EXIF_Model", u"Pocket 20 Z"},
+                            {u"EXIF_Xresolution", u"72"},
+                            {u"EXIF_Yresolution", u"72"},
+                            {u"EXIF_ResolutionUnit", u"2"},
+                            {u"EXIF_Orientation", u"1"},
+                            {u"EXIF_ColorSpace", u"1"},
+                            {u"EXIF_DigitalZoomRatio", u"1"},
+                            {u"EXIF_GainControl", u"0"},
+                            {u"EXIF_MaxApertureValue", u"2"},
+                            {u"EXIF_CompressedBitsPerPixel", u"3"}};
   return tags;
 }
 
 const Exif& Drone() {
-  static const Exif tags = {
-      {u"EXIF_Make", u"Kestrel"},         {u"EXIF_Model", u"Kestrel Air II"},
-      {u"EXIF_Software", u"v01.04.0520"}, {u"EXIF_Xresolution", u"72"},
-      {u"EXIF_Yresolution", u"72"},       {u"EXIF_ResolutionUnit", u"2"},
-      {u"EXIF_Orientation", u"1"},        {u"EXIF_ColorSpace", u"1"},
-      {u"EXIF_FocalLength", u"8.8"},      {u"EXIF_FocalLengthIn35mmFilm", u"24"}};
+  static const Exif tags = {{u"EXIF_Make", u"Kestrel"},
+                            {u"EXIF_Model", u"Kestrel Air II"},
+                            {u"EXIF_Software", u"v01.04.0520"},
+                            {u"EXIF_Xresolution", u"72"},
+                            {u"EXIF_Yresolution", u"72"},
+                            {u"EXIF_ResolutionUnit", u"2"},
+                            {u"EXIF_Orientation", u"1"},
+                            {u"EXIF_ColorSpace", u"1"},
+                            {u"EXIF_FocalLength", u"8.8"},
+                            {u"EXIF_FocalLengthIn35mmFilm", u"24"},
+                            {u"EXIF_CompressedBitsPerPixel", u"2.5"}};
   return tags;
 }
 
@@ -544,6 +556,11 @@ FileParameters ParametersOf(const Sample& sample) {
   FileParameters parameters;
   for (const ExifText& item : sample.exif)
     parameters.SetIOProperty(item.key, QString::fromUtf16(item.value));
+  // As cameras do, the same time as an APEX value too.
+  const double seconds = Val(parameters.GetIOProperty(u"EXIF_ExposureTime"));
+  if (seconds > 0 && Val(parameters.GetIOProperty(u"EXIF_ShutterSpeedValue")) == 0)
+    parameters.SetIOProperty(u"EXIF_ShutterSpeedValue",
+                             QString::number(-std::log2(seconds), 'f', 6));
   if (sample.position) SetPosition(parameters, *sample.position);
   for (const IptcText& item : sample.iptc)
     parameters.Iptc().Add(2, item.dataset, QString::fromUtf16(item.text));

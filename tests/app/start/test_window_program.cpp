@@ -38,8 +38,10 @@ class WindowProgram : public ::testing::Test {
   }
 
   bool StartServer(const QString& screen = u"1280x800x24"_s) {
-    server_.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, screen, u"-nolisten"_s,
-                              u"tcp"_s});
+    // By itself the server begins anew when its last client leaves, and turns others away
+    // meanwhile.
+    server_.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-noreset"_s, u"-screen"_s, u"0"_s, screen,
+                              u"-nolisten"_s, u"tcp"_s});
     while (!server_.canReadLine())
       if (!server_.waitForReadyRead(kPatience)) return false;
     display_ = u':' + QString::fromLatin1(server_.readLine().trimmed());
