@@ -35,7 +35,9 @@ struct Arguments {
   std::string notes, author, date;
   std::string file, out;
   std::string keywords, from, to, column, name, oldFolder, newFolder;
-  bool any = false, printSql = false;
+  bool any = false, printSql = false, overwrite = false, preview = false;
+  std::optional<std::string> text, searchFor, newName;
+  std::string start = "1", replaceBy;
   std::vector<std::string> ratings, categories, filters;
   std::optional<std::string> setNotes, setAuthor, setDate, setRating, setCategories, setTags,
       setFlag;
@@ -72,8 +74,9 @@ bool TakesPaths(const CLI::App& app, const std::vector<std::string>& arguments) 
   for (const std::string& argument : arguments) {
     const auto command = std::ranges::find(commands, argument, &CLI::App::get_name);
     if (command == commands.end()) continue;
-    const auto lists = (*command)->get_options(
-        [](const CLI::Option* o) { return o->get_positional() && o->get_items_expected_max() > 1; });
+    const auto lists = (*command)->get_options([](const CLI::Option* o) {
+      return o->get_positional() && o->get_items_expected_max() > 1;
+    });
     return !lists.empty();
   }
   return false;
@@ -251,6 +254,56 @@ void DeclareMaintenance(CLI::App& app, Arguments& a, Command& chosen) {
   });
 }
 
+void DeclareFileWork(CLI::App& app, Arguments& a, Command& chosen) {
+  const auto carry = [&](const char* name, const char* description, Carrying what) {
+    auto* command = app.add_subcommand(name, description);
+    command->add_option("--to", a.to, "The folder")->type_name("DIR")->required()->check(kNotEmpty);
+    command->add_flag("--overwrite", a.overwrite,
+                      "Overwrite existing files instead of skipping them");
+    AddPaths(*command, "FILE", a.files, "Photo files");
+    Does(command, chosen, [&a, what] {
+      return RunCarry(a.Global(), what, {ToText(a.to), a.overwrite, ToTexts(a.files)},
+                      a.MakeConsole());
+    });
+  };
+  carry("move", "Move photos to a folder, their rows with them", Carrying::Move);
+  carry("copy", "Copy photos to a folder", Carrying::Copy);
+
+  const auto remove = [&](const char* name, const char* description, Deleting what) {
+    auto* command = app.add_subcommand(name, description);
+    AddPaths(*command, "FILE", a.files, "Photo files");
+    Does(command, chosen,
+         [&a, what] { return RunDelete(a.Global(), what, ToTexts(a.files), a.MakeConsole()); });
+  };
+  remove("delete", "Delete photos from disk for good, and their rows", Deleting::FromDisk);
+  remove("remove", "Take photos out of the catalogue; their files stay", Deleting::FromCatalogue);
+
+  auto* rename = app.add_subcommand("rename", "Give photos new names; the extensions stay");
+  auto* ways = rename->add_option_group("New names");
+  ways->add_option("--text", a.text, "In sequence: TEXT-1, TEXT-2 and so on")->type_name("TEXT");
+  ways->add_option("--search", a.searchFor, "Replace this text in the names, exact case")
+      ->type_name("TEXT");
+  ways->add_option("--name", a.newName, "The new name of a single file")->type_name("NAME");
+  ways->require_option(1);
+  rename->add_option("--start", a.start, "The first number of a sequence")->type_name("N");
+  rename->add_option("--replace", a.replaceBy, "What to put for the text searched for")
+      ->type_name("TEXT");
+  rename->add_flag("--preview", a.preview, "Print the names and change nothing");
+  AddPaths(*rename, "FILE", a.files, "Photo files");
+  Does(rename, chosen, [&a] {
+    const RenameMode mode = a.text        ? RenameMode::Sequential
+                            : a.searchFor ? RenameMode::SearchAndReplace
+                                          : RenameMode::SingleFile;
+    const RenameOptions options{mode,
+                                ToText(a.text).value_or(QString()),
+                                ToText(a.start),
+                                ToText(a.searchFor).value_or(QString()),
+                                ToText(a.replaceBy),
+                                ToText(a.newName).value_or(QString())};
+    return RunRename(a.Global(), {options, a.preview, ToTexts(a.files)}, a.MakeConsole());
+  });
+}
+
 /// Declares every command and makes `chosen` what the given one does.
 void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   DeclareGlobal(app, a);
@@ -258,6 +311,7 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   DeclareSearch(app, a, chosen);
   DeclareValues(app, a, chosen);
   DeclareMaintenance(app, a, chosen);
+  DeclareFileWork(app, a, chosen);
 }
 
 /// Standard error is for the user's files; what the toolkit notes about its surroundings is not.

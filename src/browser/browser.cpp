@@ -144,7 +144,7 @@ void Browser::SetSelection(const QStringList& selected) {
 }
 
 void Browser::OnImageSelect(const QStringList& selected) {
-  if (selected == selected_) return;
+  if (removing_ || selected == selected_) return;
   if (busy_.IsUp() || !keywords_.CheckUpdate()) {
     Q_EMIT SelectionKept();
     return;
@@ -286,8 +286,25 @@ void Browser::OnPhotoChanged(const QString& path) {
     loader_.Load(path, viewBox_, session_.ReadSettings());
 }
 
+/// The selection goes on without them.
+void Browser::RemoveFromList(const QStringList& paths) {
+  if (paths.isEmpty()) return;
+  const QSet<QString> gone(paths.begin(), paths.end());
+  QStringList left = selected_;
+  left.removeIf([&gone](const QString& path) { return gone.contains(path); });
+  const bool sameSelection = left.size() == selected_.size();
+  // A view tells each stretch of rows that goes.
+  removing_ = true;
+  thumbnails_.DeleteImages(paths);
+  removing_ = false;
+  if (!sameSelection) SetSelection(left);
+  Q_EMIT SelectionKept();
+  Q_EMIT CounterChanged(Counter());
+  if (!sameSelection) ProcessSelection();
+}
+
 void Browser::OnFolderChanged() {
-  if (source_ != Source::Folder || busy_.IsUp()) return;
+  if (source_ != Source::Folder || busy_.IsUp() || holds_ > 0) return;
   Guarded("browser", "OnFolderChanged", [this] {
     FailureList unread;
     const QString folder = folder_;
@@ -312,7 +329,7 @@ void Browser::OnFolderChanged() {
       else
         thumbnails_.SetOffline(at, false);
     }
-    thumbnails_.DeleteImages(gone);
+    RemoveFromList(gone);
     thumbnails_.AppendImages(added);
     if (!added.isEmpty()) RefreshMarks();
     if (gone.isEmpty() && added.isEmpty()) return;

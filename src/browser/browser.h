@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QHash>
 #include <QImage>
 #include <QObject>
+#include <QSet>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -17,6 +19,7 @@
 #include "session/session.h"
 #include "shell/busy.h"
 #include "shell/failure_list.h"
+#include "shell/wallpaper_module.h"
 
 namespace zqm {
 
@@ -102,7 +105,25 @@ class Browser : public QObject, public BrowserView {
   /// after it.
   void LetGoOfCatalogue();
 
+  // The commands over files. Each gives the photos that its window works on; none when there is
+  // nothing to do, which the user has been told.
+
+  /// The File menu's photo section (`PhotoCommands`).
+  QStringList mnufile2_Click(int index);
+  QStringList mnurename_Click();
+  QStringList mnudelete_Click();
+  QStringList mnuremoverejected_Click();
+  /// Those of the selected photos that stand, for an external editor.
+  QStringList mnuchoose_Click();
+  /// Makes the selected photo the desktop's wallpaper.
+  void mnuwallpaper_Click(WallpaperStyle style);
+
   void MarkCatalogued(const QString& path) override;
+  void MarkUncatalogued(const QString& path) override;
+  /// Goes from the list at the next `Live`, with all others of the run.
+  void RemovePhoto(const QString& path) override;
+  void RenamePhoto(const QString& path, const QString& newPath) override;
+  void Live() override;
 
  Q_SIGNALS:
   void ListLoaded();
@@ -136,6 +157,9 @@ class Browser : public QObject, public BrowserView {
   bool Refused();
   bool MayWriteRows();
   void ShowHits(const QString& statement, const QString& busyText);
+  QStringList Prepare(const char16_t* busyText,
+                      const std::function<Result<QStringList>(BusyRun& run)>& photos);
+  void RemoveFromList(const QStringList& paths);
   void OnFolderChanged();
   void OnPhotoChanged(const QString& path);
   void Sort(const QString& busyText, const std::function<std::vector<int>()>& order);
@@ -157,6 +181,27 @@ class Browser : public QObject, public BrowserView {
   bool justLoaded_ = false;
   bool live_ = false;
   bool released_ = false;  // the catalogue is no longer to be used
+  bool removing_ = false;  // what the view tells meanwhile is not the user's selection
+  int holds_ = 0;
+  QSet<QString> gone_;  // of the run under way
+  QHash<QString, QString> renamed_;
+
+  friend class FolderHold;
+};
+
+/// While it lives the shown folder isn't followed; then it is looked at once. For windows that
+/// change files.
+class FolderHold {
+ public:
+  explicit FolderHold(Browser& browser) : browser_(browser) { ++browser_.holds_; }
+  ~FolderHold() {
+    if (--browser_.holds_ == 0) browser_.OnFolderChanged();
+  }
+  FolderHold(const FolderHold&) = delete;
+  FolderHold& operator=(const FolderHold&) = delete;
+
+ private:
+  Browser& browser_;
 };
 
 namespace browser_text {

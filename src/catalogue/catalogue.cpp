@@ -41,20 +41,25 @@ bool HasName(const QStringList& names, const QString& name) {
       names, [folded = FoldCase(name)](const QString& known) { return FoldCase(known) == folded; });
 }
 
-// The file went from `from` to `to`, but its row stands at the old path: it follows. A row that
-// `to` had was of the file that was replaced.
+Outcome DeleteRow(PhotoRecordset& photos, const QString& path) {
+  if (!photos.LocateRow(path)) return photos.MoveFirst();  // which says why, if it failed
+  return photos.DeleteCurrentRow();
+}
+
+/// The file of an intent is where it was to go, or gone: its row follows. A row that the target had
+/// was of the file that was replaced.
 Outcome FollowFile(PhotoRecordset& photos, const Intent& intent) {
   const RowIndex& index = photos.Index();
-  const auto moved = index.Find(intent.from);
-  if (!moved) return {};
+  if (intent.to.isEmpty()) return DeleteRow(photos, intent.from);
   const auto stale = index.Find(intent.to);
-  if (stale && *stale != *moved && index.At(index.PositionOf(*stale)).path == intent.to) {
-    if (!photos.LocateRow(intent.to)) return Failure{};
-    if (const Outcome deleted = photos.DeleteCurrentRow(); !deleted) return deleted;
-  }
-  if (!photos.LocateRow(intent.from)) return Failure{};
+  if (stale && stale != index.Find(intent.from))
+    if (Outcome deleted = DeleteRow(photos, index.At(index.PositionOf(*stale)).path); !deleted)
+      return deleted;
+  if (!index.Find(intent.from)) return {};
+  if (!photos.LocateRow(intent.from)) return photos.MoveFirst();
   photos.SetField(Column::Photo, intent.to);
-  photos.SetField(Column::Filename, GetFileName(intent.to));
+  // A move keeps the name, and what the row says of it.
+  if (intent.operation != u"move") photos.SetField(Column::Filename, GetFileName(intent.to));
   photos.SetField(Column::ParentFolder, GetParentFolderName(intent.to));
   return {};
 }
@@ -85,9 +90,9 @@ std::unique_ptr<Catalogue> Catalogue::Open(const QString& path, OpenProblem& pro
 void Catalogue::SettleIntents() {
   if (ReadOnly()) return;
   for (const StoredIntent& stored : StoredIntents(*database_)) {
-    const bool happened = FileExists(stored.intent.to) && !FileExists(stored.intent.from);
-    if (happened && !FollowFile(*photos_, stored.intent)) break;
-    if (!FinishIntent(stored.id)) break;
+    const auto& [operation, from, to] = stored.intent;
+    const bool happened = !FileExists(from) && (to.isEmpty() || FileExists(to));
+    if (!(happened ? FollowIntent(stored.id, stored.intent) : FinishIntent(stored.id))) break;
   }
   photos_->CancelRow();
   (void)photos_->MoveFirst();  // nothing is left that could fail to be written
@@ -160,6 +165,13 @@ Outcome Catalogue::FinishIntent(qint64 id) {
   const std::array<Value, 1> values{id};
   return photos_->CommitGathered(
       [&] { return WriteRows(*database_, "DELETE FROM intents WHERE ID = ?", values); });
+}
+
+Outcome Catalogue::FollowIntent(qint64 id, const Intent& intent) {
+  Outcome followed = FollowFile(*photos_, intent);
+  if (followed) followed = FinishIntent(id);
+  if (!followed) photos_->CancelRow();
+  return followed;
 }
 
 QStringList Catalogue::CheckIntegrity() const {

@@ -20,9 +20,9 @@ class Database;
 /// catalogue finishes or drops what a kill left: the row follows if the file stands at `to` and no
 /// longer at `from`, and stays otherwise.
 struct Intent {
-  QString operation;  ///< "move", "rename", "reconnect", "replace"
+  QString operation;  ///< "move", "rename", "replace", "delete"
   QString from;
-  QString to;
+  QString to;  ///< "" when the file is to go
 };
 
 /// An open photo catalogue: one file, one connection for the whole run.
@@ -58,6 +58,9 @@ class Catalogue {
   Result<qint64> RecordIntent(const Intent& intent);
   /// Commits what was assigned to rows since then and drops the intent, in one transaction.
   Outcome FinishIntent(qint64 id);
+  /// The file is where it was to go: its row follows, a row that the target had goes, and the
+  /// intent with them. After a failure the next opening does it.
+  Outcome FollowIntent(qint64 id, const Intent& intent);
 
   /// The engine's integrity check and the program's own: row index and rows agree, every row has
   /// its path, every thumbnail belongs to a row. Empty when all is well, else what is wrong.

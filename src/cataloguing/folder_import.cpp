@@ -31,7 +31,7 @@ Outcome ListEntries(const QString& folder, bool recursive, FolderEntries& entrie
     const std::string bytes = at->path().filename().string();
     const QByteArray name = QByteArray::fromStdString(bytes);
     const QString decoded = QFile::decodeName(name);
-    const QString path = QDir(folder).filePath(decoded);
+    const QString path = PathIn(folder, decoded);
     std::error_code ignored;
     const bool isFolder = at->is_directory(ignored);
     const bool wanted = isFolder ? recursive && !at->is_symlink(ignored) : HasKnownExtension(path);

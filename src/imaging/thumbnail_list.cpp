@@ -15,6 +15,8 @@ constexpr qint64 kMostBytes = qint64{96} << 20;
 constexpr qint64 kKeptBytes = kMostBytes * 3 / 4;
 /// Rows read ahead on either side of the view, at most.
 constexpr int kMostAhead = 300;
+/// Photos that are taken out one after the other; more of them at once.
+constexpr int kMostStretches = 64;
 
 }  // namespace
 
@@ -90,6 +92,7 @@ void ThumbnailList::AppendImages(const QStringList& paths) {
 
 void ThumbnailList::DeleteImages(const QStringList& paths) {
   const QSet<QString> gone(paths.begin(), paths.end());
+  if (gone.size() > kMostStretches) return DeleteAtOnce(gone);
   // From the end, a stretch of neighbours at a time.
   for (int last = ImageCount() - 1; last >= 0; --last) {
     if (!gone.contains(At(last).path)) continue;
@@ -107,14 +110,30 @@ void ThumbnailList::DeleteImages(const QStringList& paths) {
   Load();
 }
 
+void ThumbnailList::DeleteAtOnce(const QSet<QString>& gone) {
+  beginResetModel();
+  std::erase_if(items_, [this, &gone](const Item& item) {
+    if (!gone.contains(item.path)) return false;
+    bytes_ -= item.picture.sizeInBytes();
+    return true;
+  });
+  indexed_ = false;
+  endResetModel();
+  Load();
+}
+
 QString ThumbnailList::ImageFileName(int row) const {
   return At(row).path;
 }
 
 void ThumbnailList::SetImageFileName(int row, const QString& path) {
-  At(row).path = path;
-  indexed_ = false;
-  Changed(row, {});
+  QString& own = At(row).path;
+  if (indexed_) {
+    rowOfPath_.remove(own);
+    rowOfPath_.insert(path, row);
+  }
+  own = path;
+  Changed(row, {PathRole});
 }
 
 QStringList ThumbnailList::FileNames() const {

@@ -42,6 +42,7 @@ class ThumbnailList : public QAbstractListModel {
   void Clear();
   int AppendImage(const QString& path);
   void AppendImages(const QStringList& paths);
+  /// Many at once reset the model: selections are lost then.
   void DeleteImages(const QStringList& paths);
   QString ImageFileName(int row) const;
   void SetImageFileName(int row, const QString& path);
@@ -99,6 +100,7 @@ class ThumbnailList : public QAbstractListModel {
   void LetGo();
   void Forget(Item& item);
   void Changed(int row, const QList<int>& roles);
+  void DeleteAtOnce(const QSet<QString>& gone);
   void Reindex() const;
   int Distance(int row) const;
   int Reach() const;

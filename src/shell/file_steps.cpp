@@ -123,20 +123,32 @@ Outcome CopyInPlace(Handle& source, const QString& target, bool compare,
 }
 
 /// On another file system. A link stays a link, as it does within one, also without a target.
-Outcome CopyAcross(const QString& from, const QString& to) {
+Outcome CopyAcross(const QString& from, const QString& to,
+                   int (*rename)(const QString&, const QString&)) {
   if (platform::KindOf(from) == EntryKind::Link) return FromErrno(platform::MakeLinkLike(from, to));
   Handle source;
   if (const int error = source.OpenToRead(from)) return Failure{ReasonForSource(error)};
-  return CopyInPlace(source, to, true, platform::RenameExclusive);
+  return CopyInPlace(source, to, true, rename);
 }
 
 Outcome MoveAcross(const QString& from, const QString& to) {
-  if (Outcome copied = CopyAcross(from, to); !copied) return copied;
+  if (Outcome copied = CopyAcross(from, to, platform::RenameExclusive); !copied) return copied;
   platform::SyncFolder(FolderOf(to));
   const int error = platform::RemoveFile(from);
   // A source that may not go means that nothing was moved.
   if (error != 0) platform::RemoveFile(to);
   return FromErrno(error);
+}
+
+/// Whether both paths name one entry of one folder, whatever links lead to it.
+bool SameEntry(const QString& a, const QString& b) {
+  return GetFileName(a) == GetFileName(b) &&
+         QDir(FolderOf(a)).canonicalPath() == QDir(FolderOf(b)).canonicalPath();
+}
+
+void SyncBothFolders(const QString& from, const QString& to) {
+  platform::SyncFolder(FolderOf(to));
+  if (FolderOf(from) != FolderOf(to)) platform::SyncFolder(FolderOf(from));
 }
 
 /// A new spelling of the same entry, on a file system that ignores case. Where both spellings are
@@ -210,10 +222,42 @@ Outcome MoveOne(const QString& from, const QString& to) {
   if (error == EEXIST && OnlyCaseDiffers(from, to)) {
     return FromErrno(platform::RenameReplacing(from, to));
   }
-  if (error != 0) return FromErrno(error);
-  platform::SyncFolder(FolderOf(to));
-  if (FolderOf(from) != FolderOf(to)) platform::SyncFolder(FolderOf(from));
-  return {};
+  if (error == 0) SyncBothFolders(from, to);
+  return FromErrno(error);
+}
+
+namespace {
+
+Outcome RemoveThenMove(const QString& from, const QString& to) {
+  const int removed = platform::RemoveFile(to);
+  return removed == 0 ? MoveOne(from, to) : FromErrno(removed);
+}
+
+}  // namespace
+
+Outcome MoveOver(const QString& from, const QString& to) {
+  const EntryKind source = platform::KindOf(from), target = platform::KindOf(to);
+  if (source == EntryKind::Missing) return Failure{QString::fromUtf16(kReasonMissing)};
+  if (target == EntryKind::Missing) return MoveOne(from, to);
+  if (target == EntryKind::Folder) return FromErrno(EISDIR);
+  if (target == EntryKind::Other) return FromErrno(ENODEV);
+  if (SameEntry(from, to) || ReadOnlyFile(to))
+    return Failure{QString::fromUtf16(kReasonPermission)};
+  if (platform::SameFile(from, to)) {
+    // A link may not take the place of what it leads to.
+    if (source == EntryKind::Link) return Failure{QString::fromUtf16(kReasonPermission)};
+    // Between two names of one file nothing would be renamed.
+    if (target == EntryKind::File) return RemoveThenMove(from, to);
+  }
+  int error = platform::RenameReplacing(from, to);
+  if (error == EXDEV) {
+    // A link can't be made over a file.
+    if (source == EntryKind::Link) return RemoveThenMove(from, to);
+    if (Outcome copied = CopyAcross(from, to, platform::RenameReplacing); !copied) return copied;
+    error = platform::RemoveFile(from);
+  }
+  if (error == 0) SyncBothFolders(from, to);
+  return FromErrno(error);
 }
 
 Outcome DeleteOne(const QString& path) {

@@ -31,6 +31,8 @@ Outcome CopyOne(const QString& from, const QString& to);
 Outcome ReplaceOne(const QString& from, const QString& to);
 /// Never replaces. Files, links and, within one file system, folders.
 Outcome MoveOne(const QString& from, const QString& to);
+/// As `MoveOne`, and what stands at `to` goes when the new one is in its place.
+Outcome MoveOver(const QString& from, const QString& to);
 Outcome DeleteOne(const QString& path);
 /// Links in the folder are copied as links. What stands in `to` already stays beside.
 Outcome CopyTree(const QString& from, const QString& to);

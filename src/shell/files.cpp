@@ -64,6 +64,10 @@ QString StripSlash(const QString& path) {
   return path.first(length);
 }
 
+QString PathIn(const QString& folder, const QString& name) {
+  return folder.endsWith(u'/') ? folder + name : folder + u'/' + name;
+}
+
 QString AbsolutePath(const QString& path) {
   if (path.isEmpty()) return path;
   // Joined by hand: a relative name that begins with ":" would be taken for a built-in resource.
@@ -104,6 +108,10 @@ Outcome CopyFile(const QString& from, const QString& to) {
 
 Outcome MoveFile(const QString& from, const QString& to) {
   return RunSilently(CSHFileOp::Operation::Move, from, to);
+}
+
+Outcome MoveFileOver(const QString& from, const QString& to) {
+  return steps::MoveOver(from, to);
 }
 
 Outcome ReplaceFile(const QString& from, const QString& to) {

@@ -24,6 +24,9 @@ QString GetExtensionName(const QString& path);
 QString GetBaseName(const QString& path);
 /// The path without a closing separator; "/" stays.
 QString StripSlash(const QString& path);
+/// What has that name in the folder. Any name, unlike the toolkit's own, which takes ":a" for a
+/// built-in resource.
+QString PathIn(const QString& folder, const QString& name);
 /// Absolute and cleaned ("." and ".." resolved by text), links kept. Every path that enters the
 /// program goes through here.
 QString AbsolutePath(const QString& path);
@@ -46,6 +49,9 @@ Outcome CreateFolder(const QString& path);
 Outcome CopyFile(const QString& from, const QString& to);
 /// Never replaces. Across file systems: copied, compared, then removed at the source.
 Outcome MoveFile(const QString& from, const QString& to);
+/// As `MoveFile`, onto a file or link that may stand: it goes when the new one is in its place.
+/// Refused ("Permission was denied") when it is read-only, or the same entry or file as `from`.
+Outcome MoveFileOver(const QString& from, const QString& to);
 /// Puts a file in the place of another, whose owner and mode it takes: by a rename, across file
 /// systems by a copy that is complete before it is renamed. `from` is gone afterwards. On failure
 /// both are as they were.

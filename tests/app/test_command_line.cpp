@@ -291,7 +291,9 @@ TEST_F(CommandLine, SearchesAndValuesThatMakeNoSenseAreRefused) {
 }
 
 /// Kills the process again and again, a little later each time, until it ends by itself.
-void KillUntilDone(const QStringList& arguments, const std::function<void()>& check) {
+constexpr int kAnyExit = -1;
+void KillUntilDone(const QStringList& arguments, const std::function<void()>& check,
+                   int exitCode = 0) {
   for (int wait = 4;; wait += 6) {
     QProcess process;
     test::PrepareZqm(process, arguments);
@@ -304,10 +306,84 @@ void KillUntilDone(const QStringList& arguments, const std::function<void()>& ch
     }
     check();
     if (done) {
-      EXPECT_EQ(process.exitCode(), 0);
+      if (exitCode != kAnyExit) {
+        EXPECT_EQ(process.exitCode(), exitCode);
+      }
       return;
     }
   }
+}
+
+TEST_F(CommandLine, KilledFileWorkLeavesRowsAndFilesTogether) {
+  constexpr int kPhotos = 60;
+  QStringList photos, moved, renamed;
+  for (int i = 0; i < kPhotos; ++i) {
+    const QString name = u"%1.jpg"_s.arg(i);
+    photos.append(scratch_.Write(u"old/"_s + name, test::SampleJpeg(90, 60)));
+    moved.append(scratch_.Path(u"new/"_s + name));
+    renamed.append(scratch_.Path(u"new/x-%1.jpg"_s.arg(i + 1)));
+  }
+  scratch_.Write("new/keep.txt", "");
+  ASSERT_EQ(Run({u"catalog"_s, scratch_.Path("old")}).exitCode, 0);
+  const QStringList home{u"--home"_s, scratch_.Path("home")};
+  const auto together = [this](int standing) {
+    int rows = 0;
+    ExpectSoundCatalogue(rows);
+    EXPECT_EQ(rows, standing);
+    // Each row has its file, and no file is anywhere without its row.
+    const QStringList paths =
+        Run({u"search"_s, u"--filter"_s, u"Flag=Unflagged"_s}).out.split(u'\n', Qt::SkipEmptyParts);
+    EXPECT_EQ(paths.size(), standing);
+    for (const QString& path : paths)
+      EXPECT_TRUE(QFile::exists(path)) << path.toStdString();
+  };
+  // A second run finds some of them gone; that is what it says.
+  const auto all = [&](const QStringList& command, const QStringList& files, const auto& check) {
+    KillUntilDone(home + command + files, check, kAnyExit);
+  };
+  all({u"move"_s, u"--to"_s, scratch_.Path("new")}, photos, [&] { together(kPhotos); });
+  EXPECT_EQ(QDir(scratch_.Path("old")).entryList(QDir::Files | QDir::Hidden), QStringList());
+  all({u"rename"_s, u"--text"_s, u"x"_s}, moved, [&] { together(kPhotos); });
+  for (const QString& path : renamed)
+    EXPECT_EQ(Run({u"row"_s, path}).exitCode, 0);
+  all({u"delete"_s}, renamed, [&] {
+    const int left = static_cast<int>(QDir(scratch_.Path("new")).entryList({u"*.jpg"_s}).size());
+    together(left);
+  });
+  EXPECT_EQ(QDir(scratch_.Path("new")).entryList(QDir::Files | QDir::Hidden),
+            QStringList{u"keep.txt"_s});
+}
+
+TEST_F(CommandLine, FilesAreMovedCopiedRenamedAndDeleted) {
+  const QString path = scratch_.Write("[old]/Föhn's.jpg", test::SampleJpeg(90, 60));
+  QDir().mkpath(scratch_.Path("new"));
+  ASSERT_EQ(Run({u"catalog"_s, path}).exitCode, 0);
+  const QString to = scratch_.Path("new");
+  EXPECT_EQ(Run({u"copy"_s, u"--to"_s, to, path}).out,
+            u"Selected photos have been copied to the specified folder.\n"_s);
+  const auto refused = Run({u"move"_s, u"--to"_s, to, path});
+  EXPECT_EQ(refused.exitCode, 1);
+  EXPECT_EQ(refused.err, u"The following photos could not be moved:\n"_s + path +
+                             u": File already exists in destination folder\n"_s);
+  EXPECT_EQ(Run({u"move"_s, u"--overwrite"_s, u"--to"_s, to, path}).exitCode, 0);
+  const QString moved = scratch_.Path("new/Föhn's.jpg");
+  EXPECT_EQ(Run({u"row"_s, moved}).exitCode, 0);
+  EXPECT_EQ(
+      Run({u"rename"_s, u"--preview"_s, u"--text"_s, u"a"_s, u"--start"_s, u"007"_s, moved}).out,
+      u"Föhn's.jpg -> a-007.jpg\n"_s);
+  EXPECT_EQ(Run({u"rename"_s, u"--name"_s, u"b"_s, moved}).out, u"Renaming Images Completed.\n"_s);
+  const QString renamed = scratch_.Path("new/b.jpg");
+  EXPECT_EQ(Run({u"remove"_s, renamed}).exitCode, 0);
+  EXPECT_EQ(Run({u"row"_s, renamed}).exitCode, 1);
+  EXPECT_EQ(Run({u"delete"_s, renamed, renamed}).err.count(u"File is offline or missing"_s), 1);
+  EXPECT_FALSE(QFile::exists(renamed));
+  // Nothing is begun.
+  EXPECT_EQ(Run({u"move"_s, u"--to"_s, scratch_.Path("none"), moved}).exitCode, 2);
+  EXPECT_EQ(Run({u"copy"_s, u"--to"_s, to, moved}).exitCode, 1);
+  EXPECT_EQ(Run({u"rename"_s, moved}).exitCode, 2);
+  EXPECT_EQ(Run({u"rename"_s, u"--text"_s, u"a"_s, u"--name"_s, u"b"_s, moved}).exitCode, 2);
+  EXPECT_EQ(Run({u"rename"_s, u"--search"_s, u"a"_s, moved}).exitCode, 2);
+  EXPECT_EQ(Run({u"rename"_s, u"--name"_s, u"a"_s, moved, renamed}).exitCode, 2);
 }
 
 TEST_F(CommandLine, AKilledOptimizeOrReconnectLosesNoRow) {

@@ -247,6 +247,97 @@ TEST_F(Browsing, AReadOnlyCatalogueIsSaidToBeBeforeAnythingIsRead) {
   EXPECT_EQ(Photos().Count(), 0);
 }
 
+TEST_F(Browsing, TheListFollowsARunWhenItIsThrough) {
+  QStringList paths;
+  for (const char16_t* name : {u"a.jpg", u"b.jpg", u"c.jpg", u"d.jpg"})
+    paths.append(AddPhoto(QString::fromUtf16(name)));
+  CatalogueThem(paths);
+  Browse();
+  Select({paths[2], paths[0], paths[1]});
+  const QString renamed = PhotoPath(u"z.jpg"_s);
+  {
+    const FolderHold hold(browser_);
+    ASSERT_TRUE(QFile::remove(paths[0]) && QFile::rename(paths[1], renamed));
+    browser_.RemovePhoto(paths[0]);
+    browser_.RenamePhoto(paths[1], renamed);
+    browser_.MarkUncatalogued(paths[3]);
+    EXPECT_EQ(Names().size(), 4);
+    browser_.Live();
+    EXPECT_EQ(Names(), (QStringList{u"z.jpg"_s, u"c.jpg"_s, u"d.jpg"_s}));
+    EXPECT_EQ(browser_.Selected(), (QStringList{paths[2], renamed}));
+    EXPECT_EQ(kept_, 2);
+    EXPECT_EQ(counters_.last(), u"3 Photos / 2 Selected"_s);
+    // Something appears meanwhile.
+    AddPhoto(u"new.jpg"_s);
+    const QDeadlineTimer rest(600);
+    (void)test::Eventually([&rest] { return rest.hasExpired(); });
+    EXPECT_EQ(Names().size(), 3);
+  }
+  EXPECT_EQ(Names().size(), 4);
+  // Many go at once.
+  QStringList many;
+  for (int i = 0; i < 200; ++i)
+    many.append(AddPhoto(u"m%1.jpg"_s.arg(i)));
+  Browse();
+  Select({many[0], paths[2]});
+  for (const QString& path : many)
+    browser_.RemovePhoto(path);
+  browser_.Live();
+  EXPECT_EQ(browser_.Selected(), QStringList{paths[2]});
+  EXPECT_EQ(Names().size(), 4);
+}
+
+TEST_F(Browsing, CommandsOverFilesTakeTheSelectionOrSayWhyNot) {
+  const QString a = AddPhoto(u"a.jpg"_s), b = AddPhoto(u"b.jpg"_s);
+  CatalogueThem({a, b});
+  Browse();
+  EXPECT_EQ(browser_.mnuremoverejected_Click(), QStringList());
+  EXPECT_EQ(messages_.last(), u"There are no photos that are marked as rejected."_s);
+  SetFlag(b, u"Rejected"_s);
+  EXPECT_EQ(browser_.mnuremoverejected_Click(), QStringList{b});
+  Select({a, b});
+  QFile::remove(a);
+  EXPECT_EQ(browser_.mnufile2_Click(3), (QStringList{a, b}));
+  EXPECT_EQ(browser_.mnurename_Click(), (QStringList{a, b}));
+  EXPECT_EQ(browser_.mnuchoose_Click(), QStringList{b});
+  browser_.mnuwallpaper_Click(WallpaperStyle::Tile);
+  EXPECT_EQ(messages_.last(), u"Select only one picture to use as wallpaper."_s);
+  QFile::remove(b);
+  EXPECT_EQ(browser_.mnufile2_Click(4), QStringList());
+  EXPECT_EQ(messages_.last(),
+            u"The selected file(s) cannot be copied because they are offline or missing."_s);
+  EXPECT_EQ(browser_.mnurename_Click(), QStringList());
+  EXPECT_EQ(browser_.mnudelete_Click(), (QStringList{a, b}));
+  Select({b});
+  browser_.mnuwallpaper_Click(WallpaperStyle::Tile);
+  EXPECT_EQ(messages_.last(),
+            u"The photo that you have selected is either offline or missing and thus cannot be use "
+            u"as a wallpaper."_s);
+  // While something runs nothing begins.
+  const qsizetype told = messages_.size();
+  const BusyRun run(busy_, u"Working"_s);
+  EXPECT_EQ(browser_.mnudelete_Click(), QStringList());
+  EXPECT_EQ(messages_.size(), told);
+}
+
+TEST_F(Browsing, AWallpaperIsABitmapOfTheWholePhoto) {
+  const QString a = AddPhoto(u"a.jpg"_s);
+  const QByteArray desktop = qgetenv("XDG_CURRENT_DESKTOP"), path = qgetenv("PATH");
+  qputenv("XDG_CURRENT_DESKTOP", "LXQt");
+  const QString tool = scratch_.Write("bin/pcmanfm-qt", "#!/bin/sh\nexit 0\n");
+  QFile::setPermissions(tool, QFile::ReadOwner | QFile::ExeOwner);
+  qputenv("PATH", scratch_.Path("bin").toUtf8());
+  Browse();
+  Select({a});
+  browser_.mnuwallpaper_Click(WallpaperStyle::Center);
+  qputenv("PATH", path);
+  qputenv("XDG_CURRENT_DESKTOP", desktop);
+  EXPECT_EQ(messages_,
+            QStringList{u"The selected photo has been set as your desktop wallpaper."_s});
+  EXPECT_EQ(QImage(session_->Folders().ScratchFolder() + u"/Wallpaper.bmp"_s, "BMP").size(),
+            QSize(320, 200));
+}
+
 TEST_F(Browsing, ABrokenPhotoIsSaidToBe) {
   const QString broken = scratch_.Write("photos/broken.jpg", "not a picture");
   Browse();

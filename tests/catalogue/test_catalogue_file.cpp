@@ -331,9 +331,23 @@ TEST_F(CatalogueFileTest, IntentsLeftByAKillAreSettled) {
       ASSERT_TRUE(Add(to, {{Column::Notes, u"stale"_s}}));
     }
     ASSERT_TRUE(Add(from, {{Column::Notes, u"mine"_s}}));
-    ASSERT_TRUE(catalogue->RecordIntent({u"move"_s, from, to}));
+    ASSERT_TRUE(catalogue->RecordIntent({u"rename"_s, from, to}));
   }
+  // Files that were to go, one of them gone; and one that replaced a catalogued one without having
+  // a row itself.
+  const QString gone = PathOf(u"gone.jpg"_s), stays = PathOf(u"stays.jpg"_s),
+                over = PathOf(u"over.jpg"_s);
+  for (const QString& path : {gone, stays, over})
+    ASSERT_TRUE(Add(path));
+  for (const QString& path : {stays, over})
+    test::Touch(path);
+  ASSERT_TRUE(catalogue->RecordIntent({u"delete"_s, gone, QString()}));
+  ASSERT_TRUE(catalogue->RecordIntent({u"delete"_s, stays, QString()}));
+  ASSERT_TRUE(catalogue->RecordIntent({u"move"_s, PathOf(u"unknown.jpg"_s), over}));
   Reopen();
+  EXPECT_FALSE(catalogue->Photos().IsCatalogued(gone));
+  EXPECT_TRUE(catalogue->Photos().IsCatalogued(stays));
+  EXPECT_FALSE(catalogue->Photos().IsCatalogued(over));
   for (const auto& c : cases) {
     const QString from = PathOf(QLatin1StringView(c.name) + u".jpg"_s);
     const QString to = PathOf(QLatin1StringView(c.name) + u" new.jpg"_s);

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "app/commands/console.h"
+#include "batch/rename_photos.h"
 #include "session/session.h"
 
 namespace zqm {
@@ -59,6 +60,26 @@ int RunOptimize(const GlobalOptions& global, const Console& console);
 int RunRebuild(const GlobalOptions& global, const QStringList& files, const Console& console);
 int RunReconnect(const GlobalOptions& global, const QString& oldFolder, const QString& newFolder,
                  const Console& console);
+
+enum class Carrying { Move, Copy };
+struct CarryFiles {
+  QString to;  ///< a folder that stands
+  bool overwrite = false;
+  QStringList files;
+};
+int RunCarry(const GlobalOptions& global, Carrying what, const CarryFiles& options,
+             const Console& console);
+
+enum class Deleting { FromDisk, FromCatalogue };
+int RunDelete(const GlobalOptions& global, Deleting what, const QStringList& files,
+              const Console& console);
+
+struct RenameFiles {
+  RenameOptions options;
+  bool preview = false;  ///< print the names and change nothing
+  QStringList files;
+};
+int RunRename(const GlobalOptions& global, const RenameFiles& files, const Console& console);
 
 int RunInfo(const QStringList& files, const Console& console);
 int RunRow(const GlobalOptions& global, const QStringList& files, const Console& console);

@@ -14,6 +14,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "batch/delete_photos.h"
 #include "browser/ui/elided_label.h"
 #include "browser/ui/frmzolmira.h"
 #include "browser/ui/info_panel.h"
@@ -286,6 +287,17 @@ void frmmain::Run(Command command) {
   switch (command) {
     case Command::OpenFolder:
       return OpenFolder();
+    case Command::ExternalEditor:
+      return mnuchoose_Click();
+    case Command::MoveTo:
+    case Command::CopyTo:
+      return MoveOrCopy(command);
+    case Command::Rename:
+      return mnurename_Click();
+    case Command::Delete:
+      return DeleteThem(browser_.mnudelete_Click(), delete_text::kAskSelected);
+    case Command::DeleteRejected:
+      return DeleteThem(browser_.mnuremoverejected_Click(), delete_text::kAskRejected);
     case Command::Quit:
       close();
       return;
@@ -354,6 +366,14 @@ void frmmain::Run(Command command) {
       return photoPanel_->SetFlag(u"Unflagged"_s);
     case Command::Reject:
       return photoPanel_->SetFlag(u"Rejected"_s);
+    case Command::WallpaperCenter:
+      return browser_.mnuwallpaper_Click(WallpaperStyle::Center);
+    case Command::WallpaperStretch:
+      return browser_.mnuwallpaper_Click(WallpaperStyle::Stretch);
+    case Command::WallpaperTile:
+      return browser_.mnuwallpaper_Click(WallpaperStyle::Tile);
+    case Command::Editors:
+      return mnuconfigure_Click();
     case Command::Settings:
       return mnusettings_Click();
     case Command::About:

@@ -70,6 +70,11 @@ class frmmain : public QMainWindow {
   void mnuconnect_Click();
   void mnunewdb_Click();
   void mnuoptimize_Click();
+  void MoveOrCopy(Command command);
+  void mnurename_Click();
+  void DeleteThem(const QStringList& photos, const char16_t* question);
+  void mnuchoose_Click();
+  void mnuconfigure_Click();
   void AddCategory();
   void DeleteCategory(const QString& name);
   void ShowCategories();

@@ -8,9 +8,14 @@ namespace zqm {
 frmzolmira::frmzolmira(const MainActions& actions, QWidget* parent) : QMenu(parent) {
   setObjectName(QStringLiteral("frmzolmira"));
   addAction(actions.Get(Command::CatalogSelected));
+  addAction(actions.Get(Command::ExternalEditor));
+  addSeparator();
+  for (const Command command : {Command::MoveTo, Command::CopyTo, Command::Rename, Command::Delete})
+    addAction(actions.Get(command));
   addSeparator();
   actions.FillRatingMenu(addMenu(tr("&Rating")));
   actions.FillFlagMenu(addMenu(tr("&Flag")));
+  actions.FillWallpaperMenu(addMenu(tr("Set as &Wallpaper")));
   addSeparator();
   addAction(actions.Get(Command::CopyPaths));
   addAction(actions.Get(Command::SelectAll));

@@ -36,6 +36,22 @@ struct Row {
 constexpr Row kRows[] = {
     {Command::OpenFolder, u"&File", u"&Open Folder…", u"Ctrl+O", "folder-open", "mnuopenfolder",
      u"Browse a folder", kPlain},
+    {Command::ExternalEditor, u"&File", u"Open In &External Editor…", u"Ctrl+E",
+     "document-open-folder", "mnuchoose", u"Open the selected photos in another program",
+     kNeedsSelection | kSeparatorBefore},
+    {Command::MoveTo, u"&File", u"&Move To Folder…", u"Ctrl+M", "edit-move", "mnufile2(3)",
+     u"Move the selected photos, their rows with them", kNeedsSelection | kSeparatorBefore},
+    {Command::CopyTo, u"&File", u"&Copy To Folder…", u"Ctrl+Shift+M", "edit-copy", "mnufile2(4)",
+     u"Copy the selected photos", kNeedsSelection},
+    {Command::Rename, u"&File", u"&Rename Images…", u"F2", "edit-rename", "mnurename",
+     u"Give the selected photos new names", kNeedsSelection},
+    {Command::Delete, u"&File", u"&Delete Photos…", u"Del", "edit-delete", "mnudelete",
+     u"Delete the selected photos, or take them out of the catalogue",
+     kNeedsSelection | kSeparatorBefore},
+    {Command::DeleteRejected, u"&File", u"Delete Re&jected Photos…", u"Ctrl+Shift+Del",
+     "edit-delete", "mnuremoverejected",
+     u"Delete the shown photos that are marked as rejected, or take them out of the catalogue",
+     kPlain},
     {Command::Quit, u"&File", u"&Quit", u"Ctrl+Q", "application-exit", "mnuexit",
      u"Save what waits and close", kSeparatorBefore},
     {Command::SelectAll, u"&Edit", u"Select &All", u"Ctrl+A", "edit-select-all", "mnuselectall",
@@ -101,6 +117,14 @@ constexpr Row kRows[] = {
      u"Neither flagged nor rejected", kEditsValues},
     {Command::Reject, u"&Photo", u"Re&jected", u"Ctrl+Shift+X", "edit-delete-remove", "mnureject",
      u"Mark this photo as rejected", kEditsValues},
+    {Command::WallpaperCenter, u"&Photo", u"&Center", u"", "", "mnuwallpaper(0)",
+     u"In its own size in the middle", kNeedsSelection | kOwnMenu},
+    {Command::WallpaperStretch, u"&Photo", u"&Stretch", u"", "", "mnuwallpaper(1)",
+     u"As large as the screen", kNeedsSelection | kOwnMenu},
+    {Command::WallpaperTile, u"&Photo", u"&Tile", u"", "", "mnuwallpaper(2)",
+     u"Side by side in its own size", kNeedsSelection | kOwnMenu},
+    {Command::Editors, u"&Tools", u"Configure Photo &Editors…", u"Ctrl+Shift+E", "", "mnuconfigure",
+     u"The programs that photos can be opened in", kPlain},
     {Command::Settings, u"&Tools", u"&Settings…", u"Ctrl+,", "configure", "mnusettings",
      u"Start-up folder, RAW files, colour management, file types", kPlain},
     {Command::About, u"&Help", u"&About Zolmira QM", u"F1", "help-about", "mnuabout",
@@ -129,9 +153,18 @@ MainActions::MainActions(QWidget* window) : QObject(window) {
   SetEditable(false);
 }
 
+namespace {
+
+constexpr Command kRatings[] = {Command::Rate1, Command::Rate2, Command::Rate3, Command::Rate4,
+                                Command::Rate5};
+constexpr Command kFlags[] = {Command::Flag, Command::Unflag, Command::Reject};
+constexpr Command kWallpapers[] = {Command::WallpaperCenter, Command::WallpaperStretch,
+                                   Command::WallpaperTile};
+
+}  // namespace
+
 void MainActions::FillMenuBar(QMenuBar* bar) const {
   QMenu* menu = nullptr;
-  QMenu* ratings = nullptr;
   QStringView title;
   for (const Row& row : kRows) {
     if (title != QStringView(row.menu)) {
@@ -140,24 +173,31 @@ void MainActions::FillMenuBar(QMenuBar* bar) const {
       menu->setToolTipsVisible(true);
     }
     if ((row.traits & kSeparatorBefore) != 0) menu->addSeparator();
-    if ((row.traits & kOwnMenu) == 0) {
-      menu->addAction(Get(row.command));
-    } else if (ratings == nullptr) {
-      ratings = menu->addMenu(tr("&Rating"));
-      FillRatingMenu(ratings);
+    if ((row.traits & kOwnMenu) == 0) menu->addAction(Get(row.command));
+    // A submenu stands where the first of its commands does.
+    if (row.command == kRatings[0]) FillRatingMenu(menu->addMenu(tr("&Rating")));
+    if (row.command == kWallpapers[0]) {
+      menu->addSeparator();
+      FillWallpaperMenu(menu->addMenu(tr("Set as &Wallpaper")));
     }
   }
 }
 
-void MainActions::FillRatingMenu(QMenu* menu) const {
-  for (const Command command :
-       {Command::Rate1, Command::Rate2, Command::Rate3, Command::Rate4, Command::Rate5})
+void MainActions::Fill(QMenu* menu, std::span<const Command> commands) const {
+  for (const Command command : commands)
     menu->addAction(Get(command));
 }
 
+void MainActions::FillRatingMenu(QMenu* menu) const {
+  Fill(menu, kRatings);
+}
+
 void MainActions::FillFlagMenu(QMenu* menu) const {
-  for (const Command command : {Command::Flag, Command::Unflag, Command::Reject})
-    menu->addAction(Get(command));
+  Fill(menu, kFlags);
+}
+
+void MainActions::FillWallpaperMenu(QMenu* menu) const {
+  Fill(menu, kWallpapers);
 }
 
 void MainActions::SetSelected(int count) {

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QObject>
 #include <map>
+#include <span>
 
 class QMenu;
 class QMenuBar;
@@ -14,6 +15,12 @@ namespace zqm {
 /// Every command of the main window.
 enum class Command {
   OpenFolder,
+  ExternalEditor,
+  MoveTo,
+  CopyTo,
+  Rename,
+  Delete,
+  DeleteRejected,
   Quit,
   SelectAll,
   SelectNone,
@@ -45,6 +52,10 @@ enum class Command {
   Flag,
   Unflag,
   Reject,
+  WallpaperCenter,
+  WallpaperStretch,
+  WallpaperTile,
+  Editors,
   Settings,
   About,
 };
@@ -61,6 +72,7 @@ class MainActions : public QObject {
   /// What there is to do with the selected photos.
   void FillRatingMenu(QMenu* menu) const;
   void FillFlagMenu(QMenu* menu) const;
+  void FillWallpaperMenu(QMenu* menu) const;
 
   /// Commands that need a selection, or photos in the list.
   void SetSelected(int count);
@@ -71,6 +83,7 @@ class MainActions : public QObject {
   void Triggered(zqm::Command command);
 
  private:
+  void Fill(QMenu* menu, std::span<const Command> commands) const;
   std::map<Command, QAction*> actions_;
 };
 

@@ -47,7 +47,7 @@ void RunProgress::Begin(const QString& text) {
 }
 
 bool RunProgress::Show(int done, int total, const QString& text) {
-  if (sinceYield_.elapsed() < kYieldMilliseconds && done < total) return false;
+  if (sinceYield_.elapsed() < kYieldMilliseconds && done > 0 && done < total) return false;
   bar_->setRange(0, total);
   bar_->setValue(done);
   count_->setText(tr("%1 of %2").arg(done).arg(total));

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include "app/commands/commands.h"
+#include "batch/carry_photos.h"
+#include "batch/delete_photos.h"
+#include "batch/photo_commands.h"
+#include "batch/rename_photos.h"
+#include "shell/files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+/// As the user gave them, so that a photo named twice is worked on twice.
+QStringList Photos(const QStringList& files) {
+  QStringList paths;
+  for (const QString& file : files)
+    paths.append(AbsolutePath(file));
+  return paths;
+}
+
+using Work = std::function<BatchResult(Catalogue& catalogue, const BatchObserver& observer)>;
+
+int RunOver(const GlobalOptions& global, const BatchTexts& texts, const char* word,
+            const Work& work, const Console& console) {
+  const OpenedSession opened = OpenSession(global, true, console);
+  if (!opened.session) return opened.exitCode;
+  const BatchResult result = work(opened.session->ActiveCatalogue(), [&](const BatchProgress& at) {
+    console.Progress(QString::fromUtf16(texts.wait) + u" %1%"_s.arg(at.Percent()));
+  });
+  console.ClearProgress();
+  return console.Report(result.done, word,
+                        QString::fromUtf16(result.failures.Empty() ? texts.done : texts.failures),
+                        result.failures);
+}
+
+}  // namespace
+
+int RunCarry(const GlobalOptions& global, Carrying what, const CarryFiles& options,
+             const Console& console) {
+  const QStringList photos = Photos(options.files);
+  const QString folder = AbsolutePath(options.to);
+  if (!FolderExists(folder))
+    return console.Refuse(OnOneLine(folder) + u": "_s + QString::fromUtf16(kReasonMissing));
+  const bool moves = what == Carrying::Move;
+  const auto usable =
+      PreparePhotos(*FindPhotoCommand(moves ? kMoveCommand : kCopyCommand), photos, {});
+  if (!usable) return console.Fail(usable.Reason());
+  const CarryOptions carry{folder,
+                           options.overwrite ? ExistingFiles::Overwrite : ExistingFiles::Skip};
+  const auto run = moves ? MovePhotos : CopyPhotos;
+  return RunOver(
+      global, moves ? carry_text::kMove : carry_text::kCopy, moves ? "Moved" : "Copied",
+      [&](Catalogue& catalogue, const BatchObserver& observer) {
+        return run(catalogue, photos, carry, nullptr, observer);
+      },
+      console);
+}
+
+int RunDelete(const GlobalOptions& global, Deleting what, const QStringList& files,
+              const Console& console) {
+  const bool deletes = what == Deleting::FromDisk;
+  const auto run = deletes ? DeletePhotos : RemovePhotos;
+  return RunOver(
+      global, deletes ? delete_text::kDelete : delete_text::kRemove,
+      deletes ? "Deleted" : "Removed",
+      [&](Catalogue& catalogue, const BatchObserver& observer) {
+        return run(catalogue, Photos(files), nullptr, observer);
+      },
+      console);
+}
+
+int RunRename(const GlobalOptions& global, const RenameFiles& files, const Console& console) {
+  const RenameOptions& options = files.options;
+  if (const Outcome valid = CheckRename(options); !valid) return console.Refuse(valid.Reason());
+  const QStringList photos = Photos(files.files);
+  if (options.mode == RenameMode::SingleFile && photos.size() > 1)
+    return console.Refuse(u"--name: for a single file only"_s);
+  const QStringList names = RenamePreview(photos, options);
+  if (!files.preview)
+    return RunOver(
+        global, rename_text::kRename, "Renamed",
+        [&](Catalogue& catalogue, const BatchObserver& observer) {
+          return RenamePhotos(catalogue, photos, names, nullptr, observer);
+        },
+        console);
+  QJsonArray rows;
+  for (qsizetype i = 0; i < photos.size(); ++i) {
+    const QString name = GetFileName(photos.at(i));
+    rows.append(QJsonObject{{u"Current Name"_s, name}, {u"New Name"_s, names.at(i)}});
+    if (!console.Json()) console.Line(OnOneLine(name) + u" -> "_s + OnOneLine(names.at(i)));
+  }
+  if (console.Json()) console.Document(QJsonDocument(rows));
+  return kExitDone;
+}
+
+}  // namespace zqm

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "batch/carry_photos.h"
+
+#include <QFileInfo>
+
+#include "batch/existing_names.h"
+#include "batch/file_and_row.h"
+#include "shell/busy.h"
+#include "shell/files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+/// Why a photo isn't carried to where `standing` is ("" when nothing is); "" when it may go.
+QString Refusal(const QString& path, const QString& standing, const CarryOptions& options) {
+  if (standing.isEmpty()) return QString();
+  if (options.existing != ExistingFiles::Overwrite) return QString::fromUtf16(kReasonExists);
+  // Onto itself, also where links lead back to it.
+  const bool itself =
+      GetParentFolderName(path) == StripSlash(options.folder) ||
+      QFileInfo(path).canonicalFilePath() == QFileInfo(standing).canonicalFilePath();
+  return itself ? QString::fromUtf16(kReasonPermission) : QString();
+}
+
+/// Over a file whose name differs in letter case: the new one has its own spelling, and the old one
+/// goes when the new one is there.
+Outcome MoveBeside(const QString& path, const QString& target, const QString& standing) {
+  if (ReadOnlyFile(standing)) return Failure{QString::fromUtf16(kReasonPermission)};
+  Outcome moved = MoveFile(path, target);
+  // Should it stay, both stand, and nothing is lost.
+  if (moved) (void)DeleteFile(standing);
+  return moved;
+}
+
+void TellRemoved(BrowserView* view, const QString& path) {
+  if (view != nullptr && !path.isEmpty()) view->RemovePhoto(path);
+}
+
+/// One file of a move.
+QStringList MoveOne(Catalogue& catalogue, const QString& path, const CarryOptions& options,
+                    ExistingNames& names, BrowserView* view) {
+  if (!FileExists(path)) return {QString::fromUtf16(kReasonMissing)};
+  const QString target = PathIn(options.folder, GetFileName(path));
+  const QString standing = names.Find(target);
+  if (const QString refusal = Refusal(path, standing, options); !refusal.isEmpty())
+    return {refusal};
+  const FileChange move = [&path, &target, &standing] {
+    if (standing.isEmpty()) return AsDenied(MoveFile(path, target));
+    return AsDenied(standing == target ? MoveFileOver(path, target)
+                                       : MoveBeside(path, target, standing));
+  };
+  // What was overwritten can't come back, so the move isn't undone then.
+  const FileChange back = standing.isEmpty()
+                              ? FileChange([&path, &target] { return MoveFile(target, path); })
+                              : FileChange();
+  const Outcome moved = ChangeFileAndRow(catalogue, {u"move"_s, path, target}, move, back);
+  if (!moved) return Reasons(moved);
+  names.Add(target);
+  TellRemoved(view, standing.isEmpty() ? target : standing);
+  TellRemoved(view, path);
+  return {};
+}
+
+/// One file of a copy.
+QStringList CopyOne(Catalogue& catalogue, const QString& path, const CarryOptions& options,
+                    ExistingNames& names, BrowserView* view) {
+  if (!FileExists(path)) return {QString::fromUtf16(kReasonMissing)};
+  const QString target = PathIn(options.folder, GetFileName(path));
+  const QString standing = names.Find(target);
+  if (const QString refusal = Refusal(path, standing, options); !refusal.isEmpty())
+    return {refusal};
+  const QString copy = standing.isEmpty() ? target : standing;
+  const Outcome copied = AsDenied(RunAside([&path, &copy] { return CopyFile(path, copy); }));
+  if (!copied) return Reasons(copied);
+  names.Add(copy);
+  TellRemoved(view, copy);
+  return Reasons(CatalogueRemoval(catalogue, copy));
+}
+
+using CarryStep = decltype(&MoveOne);
+
+BatchResult Carry(const BatchTexts& texts, CarryStep step, Catalogue& catalogue,
+                  const QStringList& paths, const CarryOptions& options, BrowserView* view,
+                  const BatchObserver& observer) {
+  ExistingNames names;
+  BatchResult result = BatchRun(
+      paths, texts,
+      [&](qsizetype, const QString& path) { return step(catalogue, path, options, names, view); },
+      observer);
+  if (view != nullptr) view->Live();
+  return result;
+}
+
+}  // namespace
+
+Outcome CheckDestination(const QString& folder) {
+  if (!folder.isEmpty()) return {};
+  return Failure{QString::fromUtf16(carry_text::kNoDestination)};
+}
+
+Outcome CreateFolderIn(const QString& parent, const QString& name) {
+  const auto refuse = [](const char16_t* text) { return Failure{QString::fromUtf16(text)}; };
+  if (name.isEmpty()) return refuse(carry_text::kNoFolderName);
+  if (!CheckIfValidFN(name)) return refuse(carry_text::kInvalidFolderName);
+  if (FolderExists(PathIn(parent, name))) return refuse(carry_text::kFolderExists);
+  return CreateFolder(PathIn(parent, name));
+}
+
+BatchResult MovePhotos(Catalogue& catalogue, const QStringList& paths, const CarryOptions& options,
+                       BrowserView* view, const BatchObserver& observer) {
+  return Carry(carry_text::kMove, MoveOne, catalogue, paths, options, view, observer);
+}
+
+BatchResult CopyPhotos(Catalogue& catalogue, const QStringList& paths, const CarryOptions& options,
+                       BrowserView* view, const BatchObserver& observer) {
+  return Carry(carry_text::kCopy, CopyOne, catalogue, paths, options, view, observer);
+}
+
+}  // namespace zqm

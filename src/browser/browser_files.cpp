@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the browser does for the commands over files: choosing their photos, following what they
+// did.
+#include <QBuffer>
+
+#include "batch/delete_photos.h"
+#include "batch/external_editors.h"
+#include "batch/photo_commands.h"
+#include "batch/rename_photos.h"
+#include "browser/browser.h"
+#include "browser/thumbnail_marks.h"
+#include "imaging/view_reader.h"
+#include "shell/files.h"
+#include "shell/messages.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+constexpr char16_t kOnePicture[] = u"Select only one picture to use as wallpaper.";
+constexpr char16_t kNoWallpaper[] =
+    u"The photo that you have selected is either offline or missing and thus cannot be use as a "
+    u"wallpaper.";
+constexpr char16_t kSettingWallpaper[] = u"Setting current photo as wallpaper. Please wait...";
+constexpr char16_t kWallpaperSet[] = u"The selected photo has been set as your desktop wallpaper.";
+
+/// The picture as a Windows bitmap at `path`, in full size.
+Outcome WriteBitmap(const QString& photo, const QString& path, const ReadRequest& request) {
+  const auto shown = ReadViewPhoto(photo, QSize(), request);
+  if (!shown) return Failure{shown.Reason()};
+  if (shown->image.isNull()) return Failure{shown->reason};
+  QBuffer bitmap;
+  bitmap.open(QBuffer::WriteOnly);
+  if (!shown->image.convertToFormat(QImage::Format_RGB32).save(&bitmap, "BMP"))
+    return Failure{u"The picture is too large for a bitmap."_s};
+  return WriteFileAtomically(path, bitmap.data());
+}
+
+}  // namespace
+
+QStringList Browser::Prepare(const char16_t* busyText,
+                             const std::function<Result<QStringList>(BusyRun& run)>& photos) {
+  if (Refused() || !keywords_.CheckUpdate()) return {};
+  const auto found = [&] {
+    BusyRun run(busy_, QString::fromUtf16(busyText));
+    YieldToInterface();
+    return photos(run);
+  }();
+  if (found) return *found;
+  if (!found.Reason().isEmpty()) MsgBox(found.Reason(), MessageKind::Information);
+  return {};
+}
+
+QStringList Browser::mnufile2_Click(int index) {
+  const PhotoCommand* command = FindPhotoCommand(index);
+  if (command == nullptr) return {};
+  return Prepare(command->prepare, [&](BusyRun& run) {
+    return PreparePhotos(*command, selected_,
+                         [&run](int done, int total) { run.Progress(done, total); });
+  });
+}
+
+QStringList Browser::mnurename_Click() {
+  const PhotoCommand rename{0, u"", rename_text::kPrepare, rename_text::kUnusable, false};
+  return Prepare(rename.prepare, [&](BusyRun&) { return PreparePhotos(rename, selected_, {}); });
+}
+
+QStringList Browser::mnudelete_Click() {
+  return Prepare(delete_text::kPrepare, [&](BusyRun&) { return selected_; });
+}
+
+QStringList Browser::mnuremoverejected_Click() {
+  return Prepare(delete_text::kPrepareRejected, [&](BusyRun&) -> Result<QStringList> {
+    QStringList rejected = RejectedPhotos(catalogue_, thumbnails_.FileNames());
+    if (rejected.isEmpty()) return Failure{QString::fromUtf16(delete_text::kNoneRejected)};
+    return rejected;
+  });
+}
+
+QStringList Browser::mnuchoose_Click() {
+  if (Refused() || !keywords_.CheckUpdate()) return {};
+  const auto photos = PhotosForEditor(selected_, editor_text::kUnusableForChoice);
+  if (photos) return *photos;
+  MsgBox(photos.Reason(), MessageKind::Information);
+  return {};
+}
+
+void Browser::mnuwallpaper_Click(WallpaperStyle style) {
+  if (Refused() || !keywords_.CheckUpdate() || selected_.isEmpty()) return;
+  const auto refuse = [](const QString& text) { MsgBox(text, MessageKind::Information); };
+  if (selected_.size() > 1) return refuse(QString::fromUtf16(kOnePicture));
+  const QString photo = selected_.first();
+  if (!FileExists(photo)) return refuse(QString::fromUtf16(kNoWallpaper));
+  const Outcome changed = [&] {
+    const BusyRun run(busy_, QString::fromUtf16(kSettingWallpaper));
+    YieldToInterface();
+    const QString bitmap = session_.Folders().ScratchFolder() + u"/Wallpaper.bmp"_s;
+    Outcome written = RunAside([photo, bitmap, request = session_.ReadSettings()] {
+      return WriteBitmap(photo, bitmap, request);
+    });
+    return written ? ChangeWallPaper(bitmap, style) : written;
+  }();
+  if (changed)
+    MsgBox(QString::fromUtf16(kWallpaperSet), MessageKind::Information);
+  else
+    MsgBox(changed.Reason(), MessageKind::Warning);
+}
+
+// What a run over files tells.
+
+void Browser::MarkUncatalogued(const QString& path) {
+  if (const int at = thumbnails_.IndexOf(path); at >= 0)
+    thumbnails_.SetLook(at, UncataloguedLook());
+}
+
+void Browser::RemovePhoto(const QString& path) {
+  gone_.insert(path);
+}
+
+void Browser::RenamePhoto(const QString& path, const QString& newPath) {
+  const int at = thumbnails_.IndexOf(path);
+  if (at < 0) return;
+  // An entry of the new path was of a photo that is no longer there.
+  if (thumbnails_.IndexOf(newPath) >= 0) {
+    removing_ = true;
+    thumbnails_.DeleteImages({newPath});
+    removing_ = false;
+  }
+  thumbnails_.SetImageFileName(thumbnails_.IndexOf(path), newPath);
+  renamed_.insert(path, newPath);
+}
+
+void Browser::Live() {
+  RemoveFromList(QStringList(gone_.begin(), gone_.end()));
+  gone_.clear();
+  if (!renamed_.isEmpty()) {
+    QStringList selected = selected_;
+    for (QString& path : selected)
+      path = renamed_.value(path, path);
+    renamed_.clear();
+    SetSelection(selected);
+    Q_EMIT SelectionKept();
+  }
+  RefreshLive();
+}
+
+}  // namespace zqm

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main window's commands over the selected files.
+#include "batch/external_editors.h"
+#include "batch/photo_commands.h"
+#include "batch/ui/frmconfigure.h"
+#include "batch/ui/frmdelete.h"
+#include "batch/ui/frmexternaleditor.h"
+#include "batch/ui/frmmove.h"
+#include "batch/ui/frmrename.h"
+#include "browser/ui/frmmain.h"
+#include "shell/messages.h"
+#include "shell/ui/folder_tree.h"
+
+namespace zqm {
+
+void frmmain::MoveOrCopy(Command command) {
+  const bool moves = command == Command::MoveTo;
+  const QStringList photos = browser_.mnufile2_Click(moves ? kMoveCommand : kCopyCommand);
+  if (photos.isEmpty()) return;
+  const FolderHold hold(browser_);
+  const BatchPlace place{session_.ActiveCatalogue(), &browser_, photos};
+  if (moves)
+    frmmove(place, folders_->CurrentFolder(), this).exec();
+  else
+    frmcopy(place, folders_->CurrentFolder(), this).exec();
+}
+
+void frmmain::mnurename_Click() {
+  const QStringList photos = browser_.mnurename_Click();
+  if (photos.isEmpty()) return;
+  const FolderHold hold(browser_);
+  frmrename dialog({session_.ActiveCatalogue(), &browser_, photos}, this);
+  dialog.exec();
+}
+
+void frmmain::DeleteThem(const QStringList& photos, const char16_t* question) {
+  if (photos.isEmpty()) return;
+  const FolderHold hold(browser_);
+  frmdelete dialog({session_.ActiveCatalogue(), &browser_, photos}, question, this);
+  dialog.exec();
+}
+
+void frmmain::mnuchoose_Click() {
+  if (session_.Core().Editors().empty()) {
+    if (MsgBox(QString::fromUtf16(editor_text::kNoneYet), MessageKind::Question, Buttons::YesNo) ==
+        Answer::Yes)
+      mnuconfigure_Click();
+    return;
+  }
+  const QStringList photos = browser_.mnuchoose_Click();
+  if (photos.isEmpty()) return;
+  frmexternaleditor dialog(session_.Core(), photos, this);
+  dialog.exec();
+}
+
+void frmmain::mnuconfigure_Click() {
+  frmconfigure dialog(session_.Core(), this);
+  dialog.exec();
+}
+
+}  // namespace zqm
