@@ -8,12 +8,19 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QMenuBar>
 #include <QSettings>
 #include <QTabWidget>
 #include <cstdio>
 #include <memory>
 
 #include "app/start/start_windows.h"
+#include "batch/delete_photos.h"
+#include "batch/ui/frmconfigure.h"
+#include "batch/ui/frmdelete.h"
+#include "batch/ui/frmexternaleditor.h"
+#include "batch/ui/frmmove.h"
+#include "batch/ui/frmrename.h"
 #include "browser/ui/frmmain.h"
 #include "cataloguing/reconnect.h"
 #include "cataloguing/ui/frmcatalog.h"
@@ -76,6 +83,11 @@ class Studio {
     pick({2});
     Take(window, u"main-photo"_s);
     auto* info = window.findChild<QTabWidget*>(u"cmdinfo"_s);
+    for (auto* menu : window.menuBar()->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly))
+      if (menu->title() == u"&File"_s) {
+        Show(*menu, u"menu-file"_s);
+        menu->close();
+      }
     info->setCurrentIndex(1);
     Take(window, u"main-properties"_s);
     info->setCurrentIndex(2);
@@ -131,6 +143,35 @@ class Studio {
     window.findChild<QTabWidget*>(u"lefttabs"_s)->setCurrentIndex(0);
   }
 
+  void FileDialogs() {
+    QStringList photos;
+    for (const QString& name : QDir(photos_).entryList({u"*.jpg"_s}, QDir::Files))
+      photos.append(photos_ + u'/' + name);
+    const BatchPlace place{session_.ActiveCatalogue(), nullptr, photos};
+    frmmove move(place, photos_);
+    Q_EMIT move.findChild<FolderTree*>(u"FolderTreeview1"_s)->FolderClick(photos_);
+    Show(move, u"frmmove"_s);
+    frmcopy copy(place, QString());
+    Show(copy, u"frmcopy"_s);
+    frmdelete remove(place, delete_text::kAskSelected);
+    Show(remove, u"frmdelete"_s);
+    frmrename rename(place);
+    Show(rename, u"frmrename"_s);
+    frmrename single({place.catalogue, nullptr, photos.first(1)});
+    single.findChild<QAbstractButton*>(u"Option3"_s)->setChecked(true);
+    Show(single, u"frmrename-single"_s);
+    CoreDatabase& core = session_.Core();
+    if (core.Editors().empty())
+      (void)core.WriteEditors(
+          {{u"Darkroom"_s, u"/usr/bin/darkroom"_s}, {u"Paintbox"_s, u"/usr/bin/paintbox"_s}});
+    frmconfigure configure(core);
+    Show(configure, u"frmconfigure"_s);
+    frmconfirmeditor confirm(core, {u"darkroom"_s, u"/opt/darkroom/bin/darkroom"_s});
+    Show(confirm, u"frmconfirmeditor"_s);
+    frmexternaleditor editor(core, photos);
+    Show(editor, u"frmexternaleditor"_s);
+  }
+
   void Dialogs() {
     frmstart start;
     Show(start, u"frmstart"_s);
@@ -162,6 +203,7 @@ class Studio {
         CatalogueFolders(session_.ActiveCatalogue()) + QStringList{u"/media/Holidays/2019/Graz"_s});
     connection.findChild<FolderTree*>(u"FolderTreeview1"_s)->SetCurrentFolder(photos_);
     Show(connection, u"frmconnect"_s);
+    FileDialogs();
     FailureList failures{u"The following files could not be added to the database:"_s, {}};
     failures.Add(photos_ + u"/Fog on the lake.jpg"_s, u"File already exists in database"_s);
     failures.Add(photos_ + u"/gone.jpg"_s, u"File is offline or missing"_s);

@@ -23,6 +23,7 @@ namespace {
 
 constexpr QSize kConfigureSize{480, 320};
 constexpr int kConfirmWidth = 420;
+constexpr int kSideWidth = 104;
 
 }  // namespace
 
@@ -105,6 +106,7 @@ frmconfigure::frmconfigure(CoreDatabase& core, QWidget* parent)
   look::SetSpace(side, 0, look::kSpace8);
   for (QPushButton* button : {add, installed, removeButton_}) {
     button->setAutoDefault(false);
+    button->setMinimumWidth(kSideWidth);
     side->addWidget(button);
   }
   side->addStretch();

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "batch/delete_photos.h"
@@ -17,7 +18,7 @@ namespace zqm {
 namespace {
 
 constexpr int kWidth = 480;
-constexpr int kMostRows = 8;
+constexpr int kLeastRows = 3, kMostRows = 8;
 /// Nobody reads more names, and making rows takes time.
 constexpr qsizetype kMostNames = 1000;
 
@@ -38,16 +39,16 @@ frmdelete::frmdelete(BatchPlace place, const char16_t* question, QWidget* parent
   for (const QString& path : Photos().first(std::min(Photos().size(), kMostNames)))
     names->addItem(GetFileName(path));
   const auto rows = static_cast<int>(Photos().size());
-  names->setFixedHeight(look::ListHeight(std::min(rows, kMostRows)));
+  names->setMinimumHeight(look::ListHeight(std::min(rows, kLeastRows)));
+  names->setMaximumHeight(look::ListHeight(std::min(rows, kMostRows)));
   auto* warning = new QLabel(QString::fromUtf16(delete_text::kForGood));
   warning->setObjectName(u"Label2"_s);
   warning->setProperty("role", u"warning"_s);
   warning->setWordWrap(true);
   Body()->addWidget(ask);
-  Body()->addWidget(names);
+  Body()->addWidget(names, 1);
   Body()->addWidget(look::Hint(PhotoCount()));
   Body()->addWidget(warning);
-  Body()->addStretch();
 
   QPushButton* remove = AddButton(tr("&Remove"), "cmdremove");
   QPushButton* forGood = AddButton(tr("&Delete from Disk"), "cmddelete");
@@ -60,6 +61,8 @@ frmdelete::frmdelete(BatchPlace place, const char16_t* question, QWidget* parent
     button->setAutoDefault(false);
   CancelButton()->setDefault(true);
   CancelButton()->setFocus();
+  // By itself a window takes two thirds of a small screen at most.
+  resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 void frmdelete::cmddelete_Click() {

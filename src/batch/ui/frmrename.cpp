@@ -18,6 +18,7 @@
 #include "shell/messages.h"
 #include "shell/text.h"
 #include "shell/ui/look.h"
+#include "shell/ui/path_delegate.h"
 
 using namespace Qt::StringLiterals;
 
@@ -65,11 +66,11 @@ QTableView* MakePreview(QAbstractItemModel* model) {
   table->setObjectName(u"ListView1"_s);
   table->setAccessibleName(QLatin1StringView("Rename Preview"));
   table->setModel(model);
+  table->setItemDelegate(new PathDelegate(PathDelegate::Folders::Hidden, table));
   table->setSelectionBehavior(QAbstractItemView::SelectRows);
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table->setShowGrid(false);
   table->setWordWrap(false);
-  table->setTextElideMode(Qt::ElideMiddle);
   table->verticalHeader()->hide();
   table->verticalHeader()->setDefaultSectionSize(look::kRowHeight);
   table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);

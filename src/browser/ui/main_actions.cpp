@@ -39,7 +39,7 @@ constexpr Row kRows[] = {
     {Command::ExternalEditor, u"&File", u"Open In &External Editor…", u"Ctrl+E",
      "document-open-folder", "mnuchoose", u"Open the selected photos in another program",
      kNeedsSelection | kSeparatorBefore},
-    {Command::MoveTo, u"&File", u"&Move To Folder…", u"Ctrl+M", "edit-move", "mnufile2(3)",
+    {Command::MoveTo, u"&File", u"&Move To Folder…", u"Ctrl+M", "transform-move", "mnufile2(3)",
      u"Move the selected photos, their rows with them", kNeedsSelection | kSeparatorBefore},
     {Command::CopyTo, u"&File", u"&Copy To Folder…", u"Ctrl+Shift+M", "edit-copy", "mnufile2(4)",
      u"Copy the selected photos", kNeedsSelection},

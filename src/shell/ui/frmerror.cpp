@@ -7,16 +7,15 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
-#include <QPainter>
 #include <QPushButton>
 #include <QSet>
 #include <QSortFilterProxyModel>
-#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
 
 #include "shell/files.h"
 #include "shell/ui/look.h"
+#include "shell/ui/path_delegate.h"
 
 using namespace Qt::StringLiterals;
 
@@ -55,39 +54,6 @@ class FailureModel : public QAbstractTableModel {
 
 namespace {
 
-constexpr int kPadding = look::kSpace8;
-
-/// Of a path the name first, then the folder in a quiet voice.
-class PathDelegate : public QStyledItemDelegate {
- public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override {
-    QStyleOptionViewItem ground = option;
-    initStyleOption(&ground, index);
-    const QString path = std::exchange(ground.text, QString());
-    QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &ground, painter, option.widget);
-    const QString folder =
-        index.column() == FailureModel::File ? GetParentFolderName(path) : QString();
-    const QString name = folder.isEmpty() ? path : GetFileName(path);
-    const QRect room = option.rect.adjusted(kPadding, 0, -kPadding, 0);
-    const QFontMetrics& metrics = option.fontMetrics;
-    painter->save();
-    painter->setPen(QColor(look::kText));
-    painter->drawText(room, Qt::AlignVCenter,
-                      metrics.elidedText(name, Qt::ElideMiddle, room.width()));
-    const int taken = metrics.horizontalAdvance(name) + look::kSpace12;
-    if (taken < room.width()) {
-      painter->setPen(QColor(look::kQuiet));
-      const QRect rest = room.adjusted(taken, 0, 0, 0);
-      painter->drawText(rest, Qt::AlignVCenter,
-                        metrics.elidedText(folder, Qt::ElideMiddle, rest.width()));
-    }
-    painter->restore();
-  }
-};
-
 /// A text as one cell of a table, whatever a file name holds.
 QString Cell(QString text) {
   const bool plain = std::ranges::none_of(
@@ -116,7 +82,10 @@ frmerror::frmerror(QWidget* parent)
   table_->setObjectName(u"ListView1"_s);
   table_->setAccessibleName(tr("Files and reasons"));
   table_->setModel(sorted);
-  table_->setItemDelegate(new PathDelegate(table_));
+  table_->setItemDelegateForColumn(FailureModel::File,
+                                   new PathDelegate(PathDelegate::Folders::Shown, table_));
+  table_->setItemDelegateForColumn(FailureModel::Reason,
+                                   new PathDelegate(PathDelegate::Folders::Hidden, table_));
   table_->setSelectionBehavior(QAbstractItemView::SelectRows);
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->setShowGrid(false);

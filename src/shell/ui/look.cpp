@@ -34,6 +34,7 @@ QToolTip { background: @raised; color: @text; border: 1px solid @line; padding: 
 QLabel[role="heading"] { font-size: 11pt; font-weight: 500; }
 QLabel[role="caption"] { font-size: 9pt; color: @quiet; }
 QLabel[role="hint"] { font-size: 9pt; color: @quiet; }
+QLabel[role="warning"] { color: @rejectedtext; }
 QLabel:disabled, QLabel[role="caption"]:disabled { color: #707070; }
 
 QLineEdit, QPlainTextEdit, QTextEdit, QSpinBox, QComboBox {
@@ -181,8 +182,15 @@ struct Token {
 };
 // Longer names before those that they begin with.
 constexpr Token kTokens[] = {
-    {"@onaccent", kOnAccent}, {"@ground", kGround}, {"@panel", kPanel}, {"@raised", kRaised},
-    {"@line", kLine},         {"@text", kText},     {"@quiet", kQuiet}, {"@accent", kAccent},
+    {"@rejectedtext", kRejectedText},
+    {"@onaccent", kOnAccent},
+    {"@ground", kGround},
+    {"@panel", kPanel},
+    {"@raised", kRaised},
+    {"@line", kLine},
+    {"@text", kText},
+    {"@quiet", kQuiet},
+    {"@accent", kAccent},
 };
 
 QString Sheet() {

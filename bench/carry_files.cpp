@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Work on many files with rows beside the same work on files without: what the catalogue costs, and
+// whether it grows in line with the number. `carry_files FOLDER` makes its files below FOLDER.
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+#include <cstdio>
+
+#include "batch/carry_photos.h"
+#include "batch/delete_photos.h"
+#include "batch/rename_photos.h"
+#include "shell/files.h"
+#include "shell/locale_info.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace zqm;
+
+struct Times {
+  double move = 0, rename = 0, remove = 0;  // milliseconds
+};
+
+double Took(const std::function<BatchResult()>& run, int count) {
+  QElapsedTimer clock;
+  clock.start();
+  const BatchResult result = run();
+  if (result.done != count) std::abort();
+  return static_cast<double>(clock.nsecsElapsed()) / 1e6;
+}
+
+QStringList MakeFiles(const QString& folder, int count) {
+  QDir().mkpath(folder);
+  QStringList paths;
+  for (int i = 0; i < count; ++i) {
+    paths.append(PathIn(folder, u"IMG_%1.jpg"_s.arg(i)));
+    QFile file(paths.last());
+    if (!file.open(QFile::WriteOnly) || file.write("photo") != 5) std::abort();
+  }
+  return paths;
+}
+
+void AddRows(Catalogue& catalogue, const QStringList& paths) {
+  PhotoRecordset& photos = catalogue.Photos();
+  const QByteArray thumbnail(8001, 't');
+  for (const QString& path : paths) {
+    if (!photos.BeginNewRow()) std::abort();
+    photos.SetField(Column::Photo, path);
+    photos.SetField(Column::ParentFolder, GetParentFolderName(path));
+    photos.WriteThumbnail(thumbnail);
+    if (!photos.CommitRow()) std::abort();
+  }
+}
+
+Times Measure(const QString& parent, int count, bool catalogued) {
+  const QTemporaryDir scratch(parent + u"/carry-XXXXXX"_s);
+  const QString file = scratch.filePath(u"rows.mdb"_s);
+  if (!CreateCatalogueFile(file)) std::abort();
+  OpenProblem problem{};
+  const auto catalogue = Catalogue::Open(file, problem);
+  QStringList paths = MakeFiles(scratch.filePath(u"from"_s), count);
+  if (catalogued) AddRows(*catalogue, paths);
+  const QString to = scratch.filePath(u"to"_s);
+  QDir().mkpath(to);
+
+  Times times;
+  times.move = Took([&] { return MovePhotos(*catalogue, paths, {to}, nullptr, {}); }, count);
+  for (QString& path : paths)
+    path = PathIn(to, GetFileName(path));
+  const QStringList names =
+      RenamePreview(paths, {.mode = RenameMode::Sequential, .customText = u"Trip"_s});
+  times.rename = Took([&] { return RenamePhotos(*catalogue, paths, names, nullptr, {}); }, count);
+  for (qsizetype i = 0; i < paths.size(); ++i)
+    paths[i] = PathIn(to, names.at(i));
+  times.remove = Took([&] { return RemovePhotos(*catalogue, paths, nullptr, {}); }, count);
+  return times;
+}
+
+void Print(const char* what, double with, double without) {
+  std::printf("  %-8s %8.0f ms, without rows %8.0f ms, the catalogue's share %8.0f ms\n", what,
+              with, without, with - without);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
+  UseSystemLocale();
+  const QString parent = QString::fromLocal8Bit(argc > 1 ? argv[1] : ".");
+  for (const int count : {2'500, 5'000, 10'000}) {
+    const Times without = Measure(parent, count, false), with = Measure(parent, count, true);
+    std::printf("%d photos\n", count);
+    Print("moved", with.move, without.move);
+    Print("renamed", with.rename, without.rename);
+    Print("removed", with.remove, without.remove);
+  }
+  return 0;
+}
