@@ -214,6 +214,14 @@ TEST(ScanFolder, TakesKnownExtensionsByNameAndNoOthers) {
   EXPECT_EQ(failures.rows.size(), 1U);
 }
 
+TEST(ScanFolder, ANameThatLooksLikeABuiltInResourceIsAName) {
+  const test::Scratch scratch;
+  const QString odd = scratch.Path() + u"/:e.jpg"_s;
+  ASSERT_TRUE(QFile::rename(scratch.Write("e.jpg", "x"), odd));
+  FailureList failures;
+  EXPECT_EQ(ScanFolder(scratch.Path(), false, failures), QStringList{odd});
+}
+
 TEST(ImportDate, IsReadDayFirstAndMustExist) {
   EXPECT_EQ(ParseImportDate(u"02/01/2008"_s), QDate(2008, 1, 2));
   EXPECT_EQ(ParseImportDate(u"12/31/2008"_s), QDate(2008, 12, 31));
