@@ -2,6 +2,7 @@
 #include "batch/carry_photos.h"
 
 #include <QFileInfo>
+#include <cerrno>
 
 #include "batch/existing_names.h"
 #include "batch/file_and_row.h"
@@ -60,7 +61,9 @@ QStringList MoveOne(Catalogue& catalogue, const QString& path, const CarryOption
   names.Add(target);
   TellRemoved(view, standing.isEmpty() ? target : standing);
   TellRemoved(view, path);
-  return {};
+  // Of a file whose spelling was another one.
+  const bool otherRow = !standing.isEmpty() && standing != target && !FileExists(standing);
+  return otherRow ? Reasons(CatalogueRemoval(catalogue, standing)) : QStringList();
 }
 
 /// One file of a copy.
@@ -105,7 +108,10 @@ Outcome CreateFolderIn(const QString& parent, const QString& name) {
   if (name.isEmpty()) return refuse(carry_text::kNoFolderName);
   if (!CheckIfValidFN(name)) return refuse(carry_text::kInvalidFolderName);
   if (FolderExists(PathIn(parent, name))) return refuse(carry_text::kFolderExists);
-  return CreateFolder(PathIn(parent, name));
+  Outcome made = CreateFolder(PathIn(parent, name));
+  for (const int gone : {ENXIO, ENODEV, ENOMEDIUM})
+    if (!made && made.Reason() == ReasonForErrno(gone)) return refuse(carry_text::kNotReady);
+  return made;
 }
 
 BatchResult MovePhotos(Catalogue& catalogue, const QStringList& paths, const CarryOptions& options,

@@ -53,6 +53,7 @@ inline constexpr char16_t kInvalidFolderName[] =
     u"\\ / : * ?\" < > |";
 inline constexpr char16_t kFolderExists[] =
     u"A folder with the name you specified already exists. Specify a different name.";
+inline constexpr char16_t kNotReady[] = u"The device is not ready.";
 }  // namespace carry_text
 
 }  // namespace zqm

@@ -313,25 +313,23 @@ void Browser::OnFolderChanged() {
     if (source_ != Source::Folder || folder != folder_) return;
     const QSet<QString> standing(now.begin(), now.end());
     QStringList gone;
+    bool turned = false;  // a photo has gone offline, or come back
     for (const QString& path : thumbnails_.FileNames()) {
-      if (standing.contains(path)) continue;
-      // A photo with a row stays, as the row has it.
-      if (catalogue_.Photos().IsCatalogued(path))
-        thumbnails_.SetOffline(thumbnails_.IndexOf(path), true);
-      else
-        gone.append(path);
-    }
-    QStringList added;
-    for (const QString& path : now) {
+      const bool away = !standing.contains(path);
       const int at = thumbnails_.IndexOf(path);
-      if (at < 0)
-        added.append(path);
-      else
-        thumbnails_.SetOffline(at, false);
+      // A photo with a row stays, as the row has it.
+      if (away && !catalogue_.Photos().IsCatalogued(path)) {
+        gone.append(path);
+      } else if (thumbnails_.IsOffline(at) != away) {
+        thumbnails_.SetOffline(at, away);
+        turned = true;
+      }
     }
+    QStringList added = now;
+    added.removeIf([this](const QString& path) { return thumbnails_.IndexOf(path) >= 0; });
     RemoveFromList(gone);
     thumbnails_.AppendImages(added);
-    if (!added.isEmpty()) RefreshMarks();
+    if (turned || !added.isEmpty()) RefreshMarks();
     if (gone.isEmpty() && added.isEmpty()) return;
     if (selected_.size() > 1 || thumbnails_.ImageCount() == 0) justLoaded_ = false;
     Q_EMIT CounterChanged(Counter());

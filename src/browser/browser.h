@@ -184,7 +184,7 @@ class Browser : public QObject, public BrowserView {
   bool removing_ = false;  // what the view tells meanwhile is not the user's selection
   int holds_ = 0;
   QSet<QString> gone_;  // of the run under way
-  QHash<QString, QString> renamed_;
+  QHash<QString, QString> formerly_;  // new path to the one before the run
 
   friend class FolderHold;
 };

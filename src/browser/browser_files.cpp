@@ -128,17 +128,20 @@ void Browser::RenamePhoto(const QString& path, const QString& newPath) {
     removing_ = false;
   }
   thumbnails_.SetImageFileName(thumbnails_.IndexOf(path), newPath);
-  renamed_.insert(path, newPath);
+  // The same photo may have been renamed in this run before.
+  formerly_.insert(newPath, formerly_.contains(path) ? formerly_.take(path) : path);
 }
 
 void Browser::Live() {
   RemoveFromList(QStringList(gone_.begin(), gone_.end()));
   gone_.clear();
-  if (!renamed_.isEmpty()) {
+  if (!formerly_.isEmpty()) {
+    QHash<QString, QString> now;
+    for (const auto& [newPath, former] : std::exchange(formerly_, {}).asKeyValueRange())
+      now.insert(former, newPath);
     QStringList selected = selected_;
     for (QString& path : selected)
-      path = renamed_.value(path, path);
-    renamed_.clear();
+      path = now.value(path, path);
     SetSelection(selected);
     Q_EMIT SelectionKept();
   }

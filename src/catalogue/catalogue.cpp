@@ -57,9 +57,11 @@ Outcome FollowFile(PhotoRecordset& photos, const Intent& intent) {
       return deleted;
   if (!index.Find(intent.from)) return {};
   if (!photos.LocateRow(intent.from)) return photos.MoveFirst();
+  const QString name = GetFileName(intent.to);
+  // What the row says of a name stays as long as the name does.
+  const bool sameName = GetFileName(photos.GetField(Column::Photo)) == name;
   photos.SetField(Column::Photo, intent.to);
-  // A move keeps the name, and what the row says of it.
-  if (intent.operation != u"move") photos.SetField(Column::Filename, GetFileName(intent.to));
+  if (!sameName) photos.SetField(Column::Filename, name);
   photos.SetField(Column::ParentFolder, GetParentFolderName(intent.to));
   return {};
 }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <unistd.h>
 
-#include <random>
-
 #include "batch/carry_photos.h"
 #include "batch/delete_photos.h"
 #include "batch/photo_commands.h"
@@ -195,54 +193,6 @@ TEST_F(Carry, CommandsTakeWhatTheyCanUse) {
   EXPECT_EQ(FindPhotoCommand(kMoveCommand)->caption, u"Move To Folder..."_s);
   for (const int index : {0, 2, 5, 10, 12})
     EXPECT_EQ(FindPhotoCommand(index), nullptr);
-}
-
-// Whatever is done in whatever order, rows and files go together.
-TEST_F(Carry, RowsStayInStepThroughRandomRuns) {
-  std::mt19937 random(20'261'123);
-  const auto pick = [&random](int count) { return static_cast<int>(random() % count); };
-  const QStringList folders{In("a"), In("b"), In("c")};
-  QDir().mkpath(In("c"));
-  const QStringList names{u"x.jpg"_s, u"X.jpg"_s, u"ü.jpg"_s, u"y.jpg"_s, u"z"_s};
-  const auto anyPath = [&] { return PathIn(folders[pick(3)], names[pick(5)]); };
-  const QByteArray photo = test::SampleJpeg(16, 16);
-  for (int round = 0; round < 400; ++round) {
-    const QStringList paths{anyPath(), anyPath(), anyPath()};
-    const CarryOptions to{folders[pick(3)], pick(2) == 0 ? ExistingFiles::Skip : kOver};
-    switch (pick(6)) {
-      case 0:
-        MovePhotos(TheCatalogue(), paths, to, nullptr, {});
-        break;
-      case 1:
-        CopyPhotos(TheCatalogue(), paths, to, nullptr, {});
-        break;
-      case 2:
-        if (pick(3) == 0) DeletePhotos(TheCatalogue(), paths.first(1), nullptr, {});
-        break;
-      case 3:
-        RenamePhotos(TheCatalogue(), paths, {names[pick(5)], names[pick(5)], names[pick(5)]},
-                     nullptr, {});
-        break;
-      case 4:
-        RemovePhotos(TheCatalogue(), paths.first(1), nullptr, {});
-        break;
-      default:
-        if (!FileExists(paths[0])) {
-          QFile file(paths[0]);
-          ASSERT_TRUE(file.open(QFile::NewOnly) && file.write(photo) > 0);
-        }
-        CatalogueFiles(paths, {}, ReadRequest(), TheCatalogue(), nullptr, {});
-    }
-    QStringList known;
-    for (const QString& path : Photos().Index().Paths()) {
-      ASSERT_TRUE(FileExists(path)) << path.toStdString() << " in round " << round;
-      ASSERT_FALSE(known.contains(path));
-      known.append(path);
-      EXPECT_EQ(Stored(path, Column::ParentFolder), GetParentFolderName(path));
-      EXPECT_EQ(Stored(path, Column::Filename), GetFileName(path));
-    }
-    ASSERT_EQ(TheCatalogue().CheckIntegrity(), QStringList()) << "round " << round;
-  }
 }
 
 }  // namespace

@@ -170,7 +170,7 @@ void frmconfigure::cmdadd_Click() {
   const QString path = Pick({PickRequest::What::OpenFile,
                              QString::fromUtf16(editor_text::kPickTitle),
                              u"/usr/bin"_s,
-                             {tr("All files (*)")}});
+                             {tr("Executable Files (*)")}});
   if (path.isEmpty()) return;
   if (!QFileInfo(path).isExecutable()) {
     MsgBox(path + u"\n"_s + tr("This file is no program."), MessageKind::Information);

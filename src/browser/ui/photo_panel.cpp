@@ -153,23 +153,15 @@ QLayout* PhotoPanel::MakeCategoryButtons() {
   add->setObjectName(u"cmdinfo(0)"_s);
   add->setToolTip(tr("Add a category to the list"));
   connect(add, &QPushButton::clicked, this, &PhotoPanel::AddCategoryWanted);
-  auto* remove = new QPushButton(tr("Delete"));
-  remove->setObjectName(u"cmdinfo(1)"_s);
-  const auto enable = [this, remove] {
-    const bool chosen = !categoryList_->selectedItems().isEmpty();
-    remove->setEnabled(chosen);
-    remove->setToolTip(chosen ? tr("Delete the selected category from the list")
-                              : tr("Select a category of the list first"));
-  };
-  connect(categoryList_, &QListWidget::itemSelectionChanged, this, enable);
-  connect(categoryList_->model(), &QAbstractItemModel::rowsRemoved, this, enable);
-  connect(categoryList_->model(), &QAbstractItemModel::modelReset, this, enable);
-  connect(remove, &QPushButton::clicked, this, [this] {
+  deleteButton_ = new QPushButton(tr("Delete"));
+  deleteButton_->setObjectName(u"cmdinfo(1)"_s);
+  connect(categoryList_, &QListWidget::itemSelectionChanged, this, &PhotoPanel::UpdateDeleteButton);
+  connect(deleteButton_, &QPushButton::clicked, this, [this] {
     const QList<QListWidgetItem*> chosen = categoryList_->selectedItems();
     if (!chosen.isEmpty()) Q_EMIT DeleteCategoryWanted(chosen.first()->text());
   });
-  enable();
-  for (QPushButton* button : {add, remove}) {
+  UpdateDeleteButton();
+  for (QPushButton* button : {add, deleteButton_}) {
     look::MakeCompact(button);
     row->addWidget(button, 1);
   }
@@ -240,10 +232,18 @@ void PhotoPanel::PickDate() {
   keywords_.Field(KeywordField::Date).Edit(dateEdit_->text());
 }
 
+void PhotoPanel::UpdateDeleteButton() {
+  const bool chosen = !categoryList_->selectedItems().isEmpty();
+  deleteButton_->setEnabled(chosen);
+  deleteButton_->setToolTip(chosen ? tr("Delete the selected category from the list")
+                                   : tr("Select a category of the list first"));
+}
+
 void PhotoPanel::SetCategories(const QStringList& names) {
   const QSignalBlocker quiet(categoryList_);
   categoryList_->clear();
   categoryList_->addItems(names);
+  UpdateDeleteButton();
   Categories(keywords_.Field(KeywordField::Categories).Text());
 }
 

@@ -44,6 +44,7 @@ class PhotoPanel : public QWidget {
  private:
   QWidget* MakeHeader();
   QLayout* MakeCategoryButtons();
+  void UpdateDeleteButton();
   void ConnectText(QLineEdit* edit, KeywordField field);
   void WatchKeys(QWidget* editor, KeywordField field);
   void ShowFlag(const QString& flag);
@@ -64,6 +65,7 @@ class PhotoPanel : public QWidget {
   QToolButton* calendarButton_;
   QLineEdit* tagsEdit_;
   QListWidget* categoryList_;
+  QPushButton* deleteButton_;
   QPushButton* rebuildButton_;
   QList<QWidget*> editors_;
   bool categoriesEditable_ = false;
