@@ -119,17 +119,20 @@ void Browser::RemovePhoto(const QString& path) {
 }
 
 void Browser::RenamePhoto(const QString& path, const QString& newPath) {
-  const int at = thumbnails_.IndexOf(path);
-  if (at < 0) return;
+  if (thumbnails_.IndexOf(path) < 0) return;
+  // The same photo may have been renamed in this run before.
+  const auto former = [this](const QString& now) {
+    return formerly_.contains(now) ? formerly_.take(now) : now;
+  };
   // An entry of the new path was of a photo that is no longer there.
   if (thumbnails_.IndexOf(newPath) >= 0) {
     removing_ = true;
     thumbnails_.DeleteImages({newPath});
     removing_ = false;
+    selected_.removeOne(former(newPath));
   }
   thumbnails_.SetImageFileName(thumbnails_.IndexOf(path), newPath);
-  // The same photo may have been renamed in this run before.
-  formerly_.insert(newPath, formerly_.contains(path) ? formerly_.take(path) : path);
+  formerly_.insert(newPath, former(path));
 }
 
 void Browser::Live() {
