@@ -14,15 +14,26 @@ using namespace Qt::StringLiterals;
 namespace zqm {
 namespace {
 
-/// Why a photo isn't carried to where `standing` is ("" when nothing is); "" when it may go.
-QString Refusal(const QString& path, const QString& standing, const CarryOptions& options) {
-  if (standing.isEmpty()) return QString();
-  if (options.existing != ExistingFiles::Overwrite) return QString::fromUtf16(kReasonExists);
+/// Where a photo goes.
+struct Target {
+  QString path;
+  QString standing;  ///< what stands there, letter case aside; "" when nothing does
+};
+
+/// Or why it doesn't go.
+Result<Target> FindTarget(const QString& path, const CarryOptions& options, ExistingNames& names) {
+  if (!FileExists(path)) return Failure{QString::fromUtf16(kReasonMissing)};
+  Target target{PathIn(options.folder, GetFileName(path)), QString()};
+  target.standing = names.Find(target.path);
+  if (target.standing.isEmpty()) return target;
+  if (options.existing != ExistingFiles::Overwrite)
+    return Failure{QString::fromUtf16(kReasonExists)};
   // Onto itself, also where links lead back to it.
   const bool itself =
       GetParentFolderName(path) == StripSlash(options.folder) ||
-      QFileInfo(path).canonicalFilePath() == QFileInfo(standing).canonicalFilePath();
-  return itself ? QString::fromUtf16(kReasonPermission) : QString();
+      QFileInfo(path).canonicalFilePath() == QFileInfo(target.standing).canonicalFilePath();
+  if (itself) return Failure{QString::fromUtf16(kReasonPermission)};
+  return target;
 }
 
 /// Over a file whose name differs in letter case: the new one has its own spelling, and the old one
@@ -42,11 +53,9 @@ void TellRemoved(BrowserView* view, const QString& path) {
 /// One file of a move.
 QStringList MoveOne(Catalogue& catalogue, const QString& path, const CarryOptions& options,
                     ExistingNames& names, BrowserView* view) {
-  if (!FileExists(path)) return {QString::fromUtf16(kReasonMissing)};
-  const QString target = PathIn(options.folder, GetFileName(path));
-  const QString standing = names.Find(target);
-  if (const QString refusal = Refusal(path, standing, options); !refusal.isEmpty())
-    return {refusal};
+  const auto found = FindTarget(path, options, names);
+  if (!found) return {found.Reason()};
+  const auto& [target, standing] = *found;
   const FileChange move = [&path, &target, &standing] {
     if (standing.isEmpty()) return AsDenied(MoveFile(path, target));
     return AsDenied(standing == target ? MoveFileOver(path, target)
@@ -69,11 +78,9 @@ QStringList MoveOne(Catalogue& catalogue, const QString& path, const CarryOption
 /// One file of a copy.
 QStringList CopyOne(Catalogue& catalogue, const QString& path, const CarryOptions& options,
                     ExistingNames& names, BrowserView* view) {
-  if (!FileExists(path)) return {QString::fromUtf16(kReasonMissing)};
-  const QString target = PathIn(options.folder, GetFileName(path));
-  const QString standing = names.Find(target);
-  if (const QString refusal = Refusal(path, standing, options); !refusal.isEmpty())
-    return {refusal};
+  const auto found = FindTarget(path, options, names);
+  if (!found) return {found.Reason()};
+  const auto& [target, standing] = *found;
   const QString copy = standing.isEmpty() ? target : standing;
   const Outcome copied = AsDenied(RunAside([&path, &copy] { return CopyFile(path, copy); }));
   if (!copied) return Reasons(copied);

@@ -13,6 +13,7 @@
 #include "shell/error.h"
 #include "shell/file_info.h"
 #include "shell/messages.h"
+#include "shell/ui/dialog_foot.h"
 #include "shell/ui/look.h"
 
 using namespace Qt::StringLiterals;
@@ -65,21 +66,12 @@ frmcheckDB::frmcheckDB(const QStringList& names, QWidget* parent)
   list_->setObjectName(u"List1"_s);
   list_->setAccessibleName(tr("Databases"));
   list_->addItems(names);
-  auto* confirm = new QPushButton(tr("OK"));
-  confirm->setObjectName(u"cmdok"_s);
-  look::MakePrimary(confirm);
-  auto* cancel = new QPushButton(tr("Cancel"));
-  cancel->setObjectName(u"cmdcancel"_s);
+  auto* foot = new DialogFoot;
   const auto confirmed = [this] { Guarded("frmcheckDB", "cmdok_Click", [this] { Confirm(); }); };
-  connect(confirm, &QPushButton::clicked, this, confirmed);
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(foot->Ok(), &QPushButton::clicked, this, confirmed);
+  connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
   // Enter goes to the default button by itself.
   connect(list_, &QListWidget::itemDoubleClicked, this, confirmed);
-  auto* foot = new QHBoxLayout;
-  look::SetSpace(foot, 0, look::kSpace8);
-  foot->addStretch();
-  foot->addWidget(cancel);
-  foot->addWidget(confirm);
   auto* column = new QVBoxLayout(this);
   look::SetSpace(column, look::kSpace16, look::kSpace12);
   column->addWidget(new QLabel(u"Select the database to be loaded"_s));

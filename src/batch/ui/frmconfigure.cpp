@@ -14,6 +14,7 @@
 #include "shell/error.h"
 #include "shell/files.h"
 #include "shell/messages.h"
+#include "shell/ui/dialog_foot.h"
 #include "shell/ui/look.h"
 
 using namespace Qt::StringLiterals;
@@ -50,22 +51,13 @@ frmconfirmeditor::frmconfirmeditor(CoreDatabase& core, const ExternalEditor& pro
   };
   add(0, u"Name:"_s, nameEdit_);
   add(1, u"Location:"_s, location_);
-  auto* cancel = new QPushButton(tr("Cancel"));
-  cancel->setObjectName(u"cmdcancel"_s);
-  auto* ok = new QPushButton(tr("OK"));
-  ok->setObjectName(u"cmdok"_s);
-  look::MakePrimary(ok);
-  auto* foot = new QHBoxLayout;
-  look::SetSpace(foot, 0, look::kSpace8);
-  foot->addStretch();
-  foot->addWidget(cancel);
-  foot->addWidget(ok);
+  auto* foot = new DialogFoot;
   auto* column = new QVBoxLayout(this);
   look::SetSpace(column, look::kSpace16, look::kSpace16);
   column->addLayout(grid);
   column->addLayout(foot);
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-  connect(ok, &QPushButton::clicked, this,
+  connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
+  connect(foot->Ok(), &QPushButton::clicked, this,
           [this] { Guarded("frmconfirmeditor", "cmdok_Click", [this] { cmdok_Click(); }); });
   nameEdit_->selectAll();
   nameEdit_->setFocus();
@@ -97,11 +89,6 @@ frmconfigure::frmconfigure(CoreDatabase& core, QWidget* parent)
   installed->setToolTip(tr("Programs of this desktop that open images"));
   look::MakeChoice(installed);
   removeButton_->setObjectName(u"cmdremove"_s);
-  auto* cancel = new QPushButton(tr("Cancel"));
-  cancel->setObjectName(u"cmdcancel"_s);
-  auto* ok = new QPushButton(tr("OK"));
-  ok->setObjectName(u"cmdok"_s);
-  look::MakePrimary(ok);
   auto* side = new QVBoxLayout;
   look::SetSpace(side, 0, look::kSpace8);
   for (QPushButton* button : {add, installed, removeButton_}) {
@@ -114,11 +101,7 @@ frmconfigure::frmconfigure(CoreDatabase& core, QWidget* parent)
   look::SetSpace(body, 0, look::kSpace12);
   body->addWidget(list_, 1);
   body->addLayout(side);
-  auto* foot = new QHBoxLayout;
-  look::SetSpace(foot, 0, look::kSpace8);
-  foot->addStretch();
-  foot->addWidget(cancel);
-  foot->addWidget(ok);
+  auto* foot = new DialogFoot;
   auto* column = new QVBoxLayout(this);
   look::SetSpace(column, look::kSpace16, look::kSpace16);
   column->addLayout(body, 1);
@@ -138,8 +121,8 @@ frmconfigure::frmconfigure(CoreDatabase& core, QWidget* parent)
   });
   connect(removeButton_, &QPushButton::clicked, this,
           [this] { Guarded("frmconfigure", "cmdremove_Click", [this] { cmdremove_Click(); }); });
-  connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-  connect(cancel, &QPushButton::clicked, this, &frmconfigure::reject);
+  connect(foot->Ok(), &QPushButton::clicked, this, &QDialog::accept);
+  connect(foot->Cancel(), &QPushButton::clicked, this, &frmconfigure::reject);
   connect(list_, &QListWidget::itemSelectionChanged, this, [this, readOnly] {
     removeButton_->setEnabled(!readOnly && !list_->selectedItems().isEmpty());
   });

@@ -10,6 +10,7 @@
 #include "batch/external_editors.h"
 #include "shell/error.h"
 #include "shell/messages.h"
+#include "shell/ui/dialog_foot.h"
 #include "shell/ui/look.h"
 
 using namespace Qt::StringLiterals;
@@ -37,16 +38,7 @@ frmexternaleditor::frmexternaleditor(const CoreDatabase& core, QStringList photo
   }
   multiple_->setObjectName(u"Check1"_s);
   multiple_->setToolTip(tr("Start the program once with all photos instead of once for each"));
-  auto* cancel = new QPushButton(tr("Cancel"));
-  cancel->setObjectName(u"cmdcancel"_s);
-  auto* ok = new QPushButton(tr("OK"));
-  ok->setObjectName(u"cmdok"_s);
-  look::MakePrimary(ok);
-  auto* foot = new QHBoxLayout;
-  look::SetSpace(foot, 0, look::kSpace8);
-  foot->addStretch();
-  foot->addWidget(cancel);
-  foot->addWidget(ok);
+  auto* foot = new DialogFoot;
   auto* column = new QVBoxLayout(this);
   look::SetSpace(column, look::kSpace16, look::kSpace12);
   column->addWidget(list_, 1);
@@ -56,9 +48,9 @@ frmexternaleditor::frmexternaleditor(const CoreDatabase& core, QStringList photo
   const auto confirmed = [this] {
     Guarded("frmexternaleditor", "cmdok_Click", [this] { cmdok_Click(); });
   };
-  connect(ok, &QPushButton::clicked, this, confirmed);
+  connect(foot->Ok(), &QPushButton::clicked, this, confirmed);
   connect(list_, &QListWidget::itemDoubleClicked, this, confirmed);
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
   list_->setFocus();
 }
 

@@ -12,6 +12,7 @@
 #include "shell/busy.h"
 #include "shell/error.h"
 #include "shell/messages.h"
+#include "shell/ui/dialog_foot.h"
 #include "shell/ui/look.h"
 
 using namespace Qt::StringLiterals;
@@ -25,17 +26,15 @@ frmnewdb::frmnewdb(SessionFolders folders, QWidget* parent)
     : QDialog(parent),
       folders_(std::move(folders)),
       nameEdit_(new QLineEdit),
-      status_(look::Hint(QString())),
-      createButton_(new QPushButton(tr("C&reate"))),
-      cancelButton_(new QPushButton(tr("Cancel"))) {
+      status_(look::Hint(QString())) {
   setObjectName(u"frmnewdb"_s);
   setWindowTitle(u"Create New Database"_s);
   nameEdit_->setObjectName(u"Text1"_s);
   nameEdit_->setMinimumWidth(kNameWidth);
   status_->setObjectName(u"Label3"_s);
-  createButton_->setObjectName(u"cmdok"_s);
-  look::MakePrimary(createButton_);
-  cancelButton_->setObjectName(u"cmdcancel"_s);
+  auto* foot = new DialogFoot(tr("C&reate"));
+  createButton_ = foot->Ok();
+  cancelButton_ = foot->Cancel();
 
   QLabel* caption = look::Caption(tr("&Name"));
   caption->setBuddy(nameEdit_);
@@ -46,11 +45,6 @@ frmnewdb::frmnewdb(SessionFolders folders, QWidget* parent)
   grid->addWidget(look::Caption(u".mdb"_s), 0, 2);
   grid->addWidget(status_, 1, 1, 1, 2);
   grid->setColumnStretch(1, 1);
-  auto* foot = new QHBoxLayout;
-  look::SetSpace(foot, 0, look::kSpace8);
-  foot->addStretch();
-  foot->addWidget(cancelButton_);
-  foot->addWidget(createButton_);
   auto* column = new QVBoxLayout(this);
   look::SetSpace(column, look::kSpace16, look::kSpace16);
   column->addLayout(grid);

@@ -16,6 +16,7 @@
 
 #include "shell/error.h"
 #include "shell/messages.h"
+#include "shell/ui/dialog_foot.h"
 #include "shell/ui/look.h"
 
 using namespace Qt::StringLiterals;
@@ -112,28 +113,19 @@ frmsettings::frmsettings(Session& session, QWidget* parent, AssociationFolders f
   connect(pageList_, &QListWidget::currentRowChanged, pages_, &QStackedWidget::setCurrentIndex);
   pageList_->setCurrentRow(0);
 
-  auto* ok = new QPushButton(tr("OK"));
-  ok->setObjectName(u"cmdok"_s);
-  look::MakePrimary(ok);
-  auto* cancel = new QPushButton(tr("Cancel"));
-  cancel->setObjectName(u"cmdcancel"_s);
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-  connect(ok, &QPushButton::clicked, this,
+  auto* foot = new DialogFoot;
+  connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
+  connect(foot->Ok(), &QPushButton::clicked, this,
           [this] { Guarded("frmsettings", "cmdok_Click", [this] { cmdok_Click(); }); });
   if (session_.Core().ReadOnly()) {
-    ok->setEnabled(false);
-    ok->setToolTip(tr("The settings file is read-only."));
+    foot->Ok()->setEnabled(false);
+    foot->Ok()->setToolTip(tr("The settings file is read-only."));
   }
 
   auto* body = new QHBoxLayout;
   look::SetSpace(body, 0, look::kSpace16);
   body->addWidget(pageList_);
   body->addWidget(pages_, 1);
-  auto* foot = new QHBoxLayout;
-  look::SetSpace(foot, 0, look::kSpace8);
-  foot->addStretch();
-  foot->addWidget(cancel);
-  foot->addWidget(ok);
   auto* column = new QVBoxLayout(this);
   look::SetSpace(column, look::kSpace16, look::kSpace16);
   column->addLayout(body, 1);
