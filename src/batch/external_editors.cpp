@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QHash>
 #include <QProcess>
 #include <QStandardPaths>
@@ -65,6 +66,12 @@ bool SameName(const QString& a, const QString& b) {
 }
 
 }  // namespace
+
+Outcome CheckEditorProgram(const QString& path) {
+  const QFileInfo file(path);
+  if (file.isFile() && file.isExecutable()) return {};
+  return Failure{path + u"\nThis file is no program."_s};
+}
 
 Outcome AddEditor(CoreDatabase& core, const ExternalEditor& editor) {
   const QString name = editor.EditorName.trimmed();

@@ -10,6 +10,9 @@
 
 namespace zqm {
 
+/// Whether a file can be started, or why it is no editor.
+Outcome CheckEditorProgram(const QString& path);
+
 /// Puts an editor into the list, or says why not: no name, a path or a name (letter case aside)
 /// that is there already.
 Outcome AddEditor(CoreDatabase& core, const ExternalEditor& editor);

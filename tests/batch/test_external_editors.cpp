@@ -59,6 +59,9 @@ TEST_F(Editors, WhatCantBeOpenedIsSaid) {
             u"Cannot locate "_s + In("gone") + u'.');
   EXPECT_EQ(OpenInEditor({u"P"_s, program}, {In("gone.jpg")}, false).Reason(),
             QString::fromUtf16(editor_text::kUnusable));
+  EXPECT_TRUE(CheckEditorProgram(program));
+  EXPECT_FALSE(CheckEditorProgram(photo));
+  EXPECT_FALSE(CheckEditorProgram(In("a")));
   // One that is no program passes in silence.
   QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner);
   EXPECT_EQ(*OpenInEditor({u"P"_s, program}, {photo}, true), 1);

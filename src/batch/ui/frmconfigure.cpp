@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "batch/ui/frmconfigure.h"
 
-#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -155,8 +154,8 @@ void frmconfigure::cmdadd_Click() {
                              u"/usr/bin"_s,
                              {tr("Executable Files (*)")}});
   if (path.isEmpty()) return;
-  if (!QFileInfo(path).isExecutable()) {
-    MsgBox(path + u"\n"_s + tr("This file is no program."), MessageKind::Information);
+  if (const Outcome program = CheckEditorProgram(path); !program) {
+    MsgBox(program.Reason(), MessageKind::Information);
     return;
   }
   Propose({GetBaseName(path), path});
