@@ -2,6 +2,7 @@
 #include "catalogue/like_pattern.h"
 
 #include <QChar>
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -86,22 +87,33 @@ bool IsAscii(std::string_view text) {
   return true;
 }
 
-// Both ASCII, the needle folded.
+// Where the character stands from `at` on, the end if nowhere.
+size_t FindByte(std::string_view text, unsigned char character, size_t at) {
+  return std::min(text.find(static_cast<char>(character), at), text.size());
+}
+
+// Both ASCII, the needle folded. Looking for a byte takes many at once, in the standard library.
 bool ContainsFolded(std::string_view text, std::string_view needle) {
   if (needle.empty()) return true;
   if (text.size() < needle.size()) return false;
-  const auto lower = static_cast<unsigned char>(needle[0]);
-  const auto upper = static_cast<unsigned char>(lower >= 'a' && lower <= 'z' ? lower - 32 : lower);
-  const size_t last = text.size() - needle.size();
-  for (size_t at = 0; at <= last; ++at) {
-    const unsigned char here = ByteAt(text, at);
-    if (here != lower && here != upper) continue;
+  const unsigned char lower = ByteAt(needle, 0);
+  const bool letter = lower >= 'a' && lower <= 'z';
+  const auto upper = static_cast<unsigned char>(letter ? lower - 32 : lower);
+  const std::string_view starts = text.substr(0, text.size() - needle.size() + 1);
+  size_t small = FindByte(starts, lower, 0);
+  size_t capital = letter ? FindByte(starts, upper, 0) : starts.size();
+  for (;;) {
+    const size_t at = std::min(small, capital);
+    if (at == starts.size()) return false;
     size_t same = 1;
     while (same < needle.size() && kAsciiFolds[ByteAt(text, at + same)] == ByteAt(needle, same))
       ++same;
     if (same == needle.size()) return true;
+    if (at == small)
+      small = FindByte(starts, lower, at + 1);
+    else
+      capital = FindByte(starts, upper, at + 1);
   }
-  return false;
 }
 
 }  // namespace
@@ -120,6 +132,24 @@ QString FoldCase(QStringView text) {
     }
   }
   return folded;
+}
+
+bool EqualFolded(QStringView left, QStringView right) {
+  if (left.size() != right.size()) return false;
+  const Utf16Reader first{left}, second{right};
+  size_t atFirst = 0, atSecond = 0;
+  while (atFirst < first.Size() && atSecond < second.Size())
+    if (Fold(first.Next(atFirst)) != Fold(second.Next(atSecond))) return false;
+  return atFirst == first.Size() && atSecond == second.Size();
+}
+
+size_t HashFolded(QStringView text, size_t seed) {
+  // FNV-1a over characters instead of bytes; its constants for 64 bits.
+  std::uint64_t hash = 0xcbf29ce484222325u ^ seed;
+  const Utf16Reader reader{text};
+  for (size_t at = 0; at < reader.Size();)
+    hash = (hash ^ Fold(reader.Next(at))) * 0x100000001b3u;
+  return static_cast<size_t>(hash ^ hash >> 32);
 }
 
 int CompareFolded(std::string_view left, std::string_view right) {

@@ -15,6 +15,10 @@ namespace zqm {
 /// Every character case-folded one to one (Unicode simple case folding), so that lengths stay.
 QString FoldCase(QStringView text);
 
+/// What comparing and hashing `FoldCase` of the texts would say, without making it.
+bool EqualFolded(QStringView left, QStringView right);
+size_t HashFolded(QStringView text, size_t seed = 0);
+
 /// Order of two UTF-8 texts by their folded characters: below 0, 0, above 0. Total for any bytes.
 int CompareFolded(std::string_view left, std::string_view right);
 

@@ -5,7 +5,12 @@
 #include <QSet>
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <functional>
+#include <iterator>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "catalogue/like_pattern.h"
 #include "search/query_builder.h"
@@ -111,11 +116,81 @@ void SortByKind(QStringList& values, const Kind& kind) {
     values.append(std::move(value));
 }
 
+/// What stands before what in most alphabets: marks, digits, letters without their case and
+/// accents.
+std::uint16_t RoughWeight(char16_t character) {
+  static constexpr auto kWeights = [] {
+    constexpr std::string_view order =
+        " _-,;:!?.'\"()[]{}@*/\\&#%`^+<=>|~$0123456789abcdefghijklmnopqrstuvwxyz";
+    std::array<std::uint16_t, 128> weights{};
+    for (std::size_t i = 0; i < order.size(); ++i)
+      weights[static_cast<unsigned char>(order[i])] = static_cast<std::uint16_t>(i + 1);
+    for (std::size_t capital = 'A'; capital <= 'Z'; ++capital)
+      weights[capital] = weights[capital + 32];
+    return weights;
+  }();
+  if (character < 128) return kWeights[character];
+  const QString parts = QChar(character).decomposition();
+  return parts.isEmpty() || parts[0].unicode() >= 128 ? character : kWeights[parts[0].unicode()];
+}
+
+/// A text with the weights of its first four characters, the first one highest.
+struct Weighed {
+  explicit Weighed(QString value) : text(std::move(value)) {
+    for (qsizetype i = 0; i < 4; ++i)
+      start = start << 16 | (i < text.size() ? RoughWeight(text[i].unicode()) : 0);
+  }
+
+  bool operator<(const Weighed& other) const {
+    if (start != other.start) return start < other.start;
+    const auto rest = [](const QString& whole) {
+      return QStringView(whole).mid(std::min<qsizetype>(4, whole.size()));
+    };
+    return std::ranges::lexicographical_compare(
+        rest(text), rest(other.text), {}, [](QChar c) { return RoughWeight(c.unicode()); },
+        [](QChar c) { return RoughWeight(c.unicode()); });
+  }
+
+  std::uint64_t start = 0;
+  QString text;
+};
+
+/// A collator takes long for each pair, so the texts are first brought near their order without
+/// one; then it is asked for neighbours, and only those that stand wrong are sorted by it.
 void SortByAlphabet(QStringList& values) {
   QCollator collator{UserLocale()};
   collator.setCaseSensitivity(Qt::CaseInsensitive);
-  std::ranges::stable_sort(values, collator);
+  std::vector<Weighed> near(std::make_move_iterator(values.begin()),
+                            std::make_move_iterator(values.end()));
+  std::ranges::stable_sort(near, std::less<>());
+  std::vector<QString> right, wrong;
+  right.reserve(near.size());
+  for (Weighed& next : near) {
+    if (right.empty() || collator.compare(right.back(), next.text) <= 0) {
+      right.push_back(std::move(next.text));
+      continue;
+    }
+    // Either of the two may be the one that stands wrong.
+    wrong.push_back(std::move(right.back()));
+    right.pop_back();
+    wrong.push_back(std::move(next.text));
+  }
+  std::ranges::stable_sort(wrong, collator);
+  values.clear();
+  std::ranges::merge(right, wrong, std::back_inserter(values), collator);
 }
+
+/// A value to which only the letters count, not their case.
+struct Spelling {
+  QStringView value;
+
+  friend bool operator==(const Spelling& left, const Spelling& right) {
+    return EqualFolded(left.value, right.value);
+  }
+  friend size_t qHash(const Spelling& spelling, size_t seed) {
+    return HashFolded(spelling.value, seed);
+  }
+};
 
 // ---- The menu ----------------------------------------------------------------------------------
 
@@ -215,17 +290,15 @@ bool HasValueList(Column column) {
 }
 
 QStringList Populate(const Catalogue& catalogue, Column column) {
+  const QStringList all =
+      catalogue.Query(u"Select ["_s + ColumnName(column) + u"] FROM qryphoto"_s, column);
   QStringList values;
-  // Most rows repeat a value to the letter; only the others are folded.
-  QSet<QString> seen, folded;
-  for (const QString& value :
-       catalogue.Query(u"Select ["_s + ColumnName(column) + u"] FROM qryphoto"_s, column)) {
-    if (value.isEmpty() || seen.contains(value)) continue;
-    seen.insert(value);
-    const QString key = FoldCase(value);
-    if (folded.contains(key)) continue;
-    folded.insert(key);
-    values.append(value);
+  QSet<Spelling> seen;
+  seen.reserve(all.size());
+  for (const QString& value : all) {
+    const qsizetype before = seen.size();
+    if (!value.isEmpty()) seen.insert({value});
+    if (seen.size() > before) values.append(value);
   }
   const auto* kind = std::ranges::find(kKinds, column, &Kind::column);
   if (kind != std::end(kKinds))

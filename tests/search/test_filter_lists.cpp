@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <QCollator>
+#include <QSet>
+#include <random>
 #include <set>
 
+#include "catalogue/like_pattern.h"
 #include "search/filter_lists.h"
+#include "shell/locale_info.h"
 #include "tests/catalogue/catalogue_fixture.h"
 #include "tests/support/print_text.h"
 
@@ -56,6 +61,33 @@ TEST_F(FilterLists, EachKindHasItsOrder) {
   for (const auto& kind : kinds)
     EXPECT_EQ(Listed(kind.column, kind.stored), kind.listed)
         << ColumnName(kind.column).toStdString();
+}
+
+TEST_F(FilterLists, TextsStandInTheAlphabetOfTheLocaleEachOnce) {
+  // Few letters of many kinds, so that texts differ in case, accents, marks and scripts alone.
+  const QString letters = u"aAbÄäéezZ09 -_.'ßжЖאあ"_s;
+  std::mt19937 random(20);
+  QStringList stored;
+  for (int i = 0; i < 1500; ++i) {
+    QString text;
+    for (auto size = 1 + random() % 6; size > 0; --size)
+      text += letters.at(static_cast<qsizetype>(random()) % letters.size());
+    // As typed into a search: blanks at the ends wouldn't be stored.
+    if (text == text.trimmed()) stored.append(text);
+  }
+  const QStringList listed = Listed(Column::Notes, stored);
+  QSet<QString> spellings, listedSpellings;
+  for (const QString& text : stored)
+    spellings.insert(FoldCase(text));
+  for (const QString& text : listed)
+    listedSpellings.insert(FoldCase(text));
+  EXPECT_EQ(listedSpellings, spellings);
+  EXPECT_EQ(listed.size(), spellings.size());
+  QCollator collator{UserLocale()};
+  collator.setCaseSensitivity(Qt::CaseInsensitive);
+  for (qsizetype i = 1; i < listed.size(); ++i)
+    EXPECT_LE(collator.compare(listed.at(i - 1), listed.at(i)), 0)
+        << qUtf8Printable(listed.at(i - 1)) << " before " << qUtf8Printable(listed.at(i));
 }
 
 TEST_F(FilterLists, SlotsNarrowAndValuesWiden) {
