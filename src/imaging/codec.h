@@ -58,6 +58,39 @@ struct LoadOptions {
   QString extension;
 };
 
+/// How a picture is written, each option by its number; keys and numbers stand in save_options.cpp.
+/// A codec reads those of its own format.
+struct SaveOptions {
+  int jpegQuality = 100;    ///< 1 to 100; chroma is subsampled below 100
+  int jpegDctMethod = 0;    ///< 0 slow integer, 1 fast integer, 2 floating point
+  int jpegSmooth = 0;       ///< 0 to 100
+  int jpegColourSpace = 2;  ///< 0 RGB, 1 gray, 2 YCbCr, 3 CMYK, 4 YCCK
+  bool jpegOptimalHuffman = false;
+  bool jpegProgressive = false;
+  int tiffCompression =
+      0;  ///< 0 none, 1 to 4 fax, 5 LZW, 6 and 7 JPEG, 8 packed bits, 9, 10 deflate
+  int tiffPhotometric = 2;  ///< 0, 1 gray, 2 RGB, 3 palette, 4 mask, 5 CMYK, 6 YCbCr, 7 CIELAB
+  int tiffJpegQuality = 100;
+  int pngFilter = 0;       ///< 0 none, 1 sub, 2 Paeth
+  int pngCompression = 5;  ///< 0 to 9
+  bool pngInterlaced = false;
+  bool tgaCompressed = false;
+  bool pcxCompressed = true;
+  int bmpCompression = 0;    ///< only 0
+  double j2000Rate = 1;      ///< compressed size by uncompressed, 1 is lossless
+  int j2000ColourSpace = 1;  ///< 0 gray, 1 RGB, 2 YCbCr
+};
+
+/// What goes into a file beside the pixels, each part empty (or 0) where there is none. A format
+/// that can't hold a part leaves it out.
+struct FileBlocks {
+  QByteArray exif;            ///< a TIFF-like block, as it stands in a JPEG behind "Exif\0\0"
+  QByteArray iptc;            ///< the IIM block
+  QByteArray xmp;             ///< the packet
+  QByteArray profile;         ///< ICC, of the pixels as given
+  double dpiX = 0, dpiY = 0;  ///< dots per inch
+};
+
 /// One format. All functions are pure, thread-safe and never throw; broken input is a `Failure`.
 struct Codec {
   const char* name;                         ///< "JPEG"
@@ -74,6 +107,12 @@ struct Codec {
   Result<QImage> (*load)(ByteView file, const LoadOptions& options);
   /// Whether the file's own extension is shown behind `typeText`, in brackets and capitals.
   bool typeTextTakesExtension = false;
+  /// The file's bytes for a picture of any size and of one of the formats that `load` gives, or
+  /// Indexed8 or Mono. 16 bits, alpha and palettes are kept where the format and the options can;
+  /// what the options ask for and the library can't do is a `Failure`, "File format cannot be
+  /// written" and more. Null where a format can't be written at all.
+  Result<QByteArray> (*save)(const QImage& picture, const SaveOptions& options,
+                             const FileBlocks& blocks) = nullptr;
 };
 
 /// All formats, by priority.
@@ -82,9 +121,13 @@ std::span<const Codec* const> Codecs();
 /// The codec that knows these bytes, or nullptr.
 const Codec* SniffCodec(ByteView file, const QString& extension);
 
+/// The codec that writes files of this extension (lower case, without "."), or nullptr.
+const Codec* CodecForSaving(const QString& extension);
+
 /// Whether a folder scan takes a file of this name: a known extension, letter case ignored.
 bool HasKnownExtension(const QString& path);
 
+inline constexpr char16_t kReasonNotWritable[] = u"File format cannot be written";
 inline constexpr char16_t kReasonNoImage[] = u"File could not be read as an image";
 
 }  // namespace zqm

@@ -25,6 +25,17 @@ const Codec* SniffCodec(ByteView file, const QString& extension) {
   return found == codecs.end() ? nullptr : *found;
 }
 
+const Codec* CodecForSaving(const QString& extension) {
+  const auto writes = [&](const Codec* codec) {
+    return codec->save && std::ranges::any_of(codec->extensions, [&](const char* known) {
+             return extension == QLatin1String(known);
+           });
+  };
+  const auto codecs = Codecs();
+  const auto found = std::ranges::find_if(codecs, writes);
+  return found == codecs.end() ? nullptr : *found;
+}
+
 bool HasKnownExtension(const QString& path) {
   const QString extension = QFileInfo(path).suffix().toLower();
   return !extension.isEmpty() && std::ranges::any_of(Codecs(), [&](const Codec* codec) {
