@@ -61,15 +61,16 @@ struct LoadOptions {
 /// How a picture is written, each option by its number; keys and numbers stand in save_options.cpp.
 /// A codec reads those of its own format.
 struct SaveOptions {
-  int jpegQuality = 100;    ///< 1 to 100; chroma is subsampled below 100
-  int jpegDctMethod = 0;    ///< 0 slow integer, 1 fast integer, 2 floating point
-  int jpegSmooth = 0;       ///< 0 to 100
-  int jpegColourSpace = 2;  ///< 0 RGB, 1 gray, 2 YCbCr, 3 CMYK, 4 YCCK
+  int jpegQuality = 100;  ///< 1 to 100; chroma is subsampled below 100
+  int jpegDctMethod = 0;  ///< 0 slow integer, 1 fast integer, 2 floating point
+  int jpegSmooth = 0;     ///< 0 to 100
+  int jpegColourSpace =
+      -1;  ///< 0 RGB, 1 gray, 2 YCbCr, 3 CMYK, 4 YCCK; -1: gray or YCbCr, as the picture is
   bool jpegOptimalHuffman = false;
   bool jpegProgressive = false;
   int tiffCompression =
       0;  ///< 0 none, 1 to 4 fax, 5 LZW, 6 and 7 JPEG, 8 packed bits, 9, 10 deflate
-  int tiffPhotometric = 2;  ///< 0, 1 gray, 2 RGB, 3 palette, 4 mask, 5 CMYK, 6 YCbCr, 7 CIELAB
+  int tiffPhotometric = -1;  ///< 0, 1 gray, 2 RGB, 3 palette, 4 mask, 5 CMYK, 6 YCbCr, 7 CIELAB
   int tiffJpegQuality = 100;
   int pngFilter = 0;       ///< 0 none, 1 sub, 2 Paeth
   int pngCompression = 5;  ///< 0 to 9

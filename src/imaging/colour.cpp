@@ -107,6 +107,23 @@ QImage ToSrgb(QImage picture, ByteView profile) {
   return picture;
 }
 
+bool DescribesGray(ByteView profile) {
+  return OpenProfile(profile, cmsSigGrayData) != nullptr;
+}
+
+bool DescribesRgb(ByteView profile) {
+  return OpenProfile(profile, cmsSigRgbData) != nullptr;
+}
+
+QByteArray SrgbProfile() {
+  const Profile profile(cmsCreate_sRGBProfile());
+  cmsUInt32Number size = 0;
+  if (!profile || !cmsSaveProfileToMem(profile.get(), nullptr, &size)) return {};
+  QByteArray bytes(static_cast<qsizetype>(size), Qt::Uninitialized);
+  if (!cmsSaveProfileToMem(profile.get(), bytes.data(), &size)) return {};
+  return bytes;
+}
+
 CmykConverter::CmykConverter(ByteView profile) {
   if (profile.empty()) return;
   transform_ = MakeTransform(OpenProfile(profile, cmsSigCmykData), TYPE_CMYK_8,
@@ -122,6 +139,20 @@ void CmykConverter::ConvertRow(const std::uint8_t* cmyk, std::uint8_t* rgb, int 
     for (int c = 0; c < 3; ++c) {
       rgb[c] = static_cast<std::uint8_t>(((255 - cmyk[c]) * (255 - cmyk[3]) + 127) / 255);
     }
+  }
+}
+
+LabWriter::LabWriter()
+    : transform_(MakeTransform(Profile(cmsCreate_sRGBProfile()), TYPE_RGBA_8,
+                               Profile(cmsCreateLab4Profile(nullptr)), TYPE_Lab_8)) {}
+
+void LabWriter::ConvertRow(const std::uint8_t* rgbx, std::uint8_t* lab, int width) const {
+  if (!transform_) return;
+  cmsDoTransform(transform_.get(), rgbx, lab, static_cast<cmsUInt32Number>(width));
+  // The library counts a* and b* from 128.
+  for (int x = 0; x < width; ++x, lab += 3) {
+    lab[1] ^= 0x80;
+    lab[2] ^= 0x80;
   }
 }
 

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <exiv2/exiv2.hpp>
 #include <mutex>
+#include <set>
 #include <unordered_map>
 
 #include "imaging/fraction.h"
@@ -48,6 +49,12 @@ Exiv2::ExifKey LibraryKey(ExifTag tag) {
 constexpr std::array kDescriptiveTags{0x8769, 0x8825, 0x010E, 0x010F, 0x0110,
                                       0x0131, 0x0132, 0x013B, 0x013C, 0x8298,
                                       0x9C9B, 0x9C9C, 0x9C9D, 0x9C9E, 0x9C9F};
+
+/// Those that go along into another file: with the density and the orientation of the pixels.
+bool GoesAlong(int tag) {
+  constexpr std::array kFurther{0x0112, 0x011A, 0x011B, 0x0128, 0x4746, 0x4749};
+  return IsDescriptiveTag(tag) || std::ranges::find(kFurther, tag) != kFurther.end();
+}
 
 /// Shortest for the width of the number: 2.1F is "2.1" too.
 template <class Number>
@@ -119,16 +126,47 @@ QString FromJis(const QByteArray& bytes) {
   return decoder.hasError() ? QString() : text.left(text.indexOf(QChar::Null));
 }
 
+constexpr std::uint16_t kMakerNote = 0x927C;
+/// Leaves room in a JPEG segment for a thumbnail.
+constexpr qsizetype kMostExifBytes = 48 << 10;
+
+QByteArray Encode(Exiv2::ExifData exif) {
+  if (exif.empty()) return QByteArray();
+  Exiv2::Blob blob;
+  try {
+    Exiv2::ExifParser::encode(blob, Exiv2::littleEndian, exif);
+  } catch (const std::exception&) {
+    return QByteArray();  // values that the library read but can't write
+  }
+  return QByteArray(reinterpret_cast<const char*>(blob.data()),
+                    static_cast<qsizetype>(blob.size()));
+}
+
 }  // namespace
+
+bool IsDescriptiveTag(int number) {
+  return std::ranges::find(kDescriptiveTags, number) != kDescriptiveTags.end();
+}
 
 struct ExifStore::Data {
   Exiv2::ExifData exif;
   QByteArray xmp;
   QByteArray iptc;
+  QByteArray profile;
+  std::set<ExifTag> changed;
+  bool cleared = false;
   std::unordered_map<std::uint32_t, const Exiv2::Exifdatum*> index;
 
   Data() = default;
-  Data(const Data& other) : exif(other.exif), xmp(other.xmp), iptc(other.iptc) { Reindex(); }
+  Data(const Data& other)
+      : exif(other.exif),
+        xmp(other.xmp),
+        iptc(other.iptc),
+        profile(other.profile),
+        changed(other.changed),
+        cleared(other.cleared) {
+    Reindex();
+  }
   Data& operator=(const Data&) = delete;
 
   // The library looks a key up by comparing texts along the whole list; a reader asks for a
@@ -167,6 +205,11 @@ ExifStore ExifStore::Read(ByteView file) {
       const Exiv2::DataBuf block = Exiv2::IptcParser::encode(image->iptcData());
       store.data_->iptc = QByteArray(reinterpret_cast<const char*>(block.pData_), block.size_);
     }
+    if (image->iccProfileDefined()) {
+      const Exiv2::DataBuf& profile = *image->iccProfile();
+      store.data_->profile = QByteArray(reinterpret_cast<const char*>(profile.pData_),
+                                        static_cast<qsizetype>(profile.size_));
+    }
     store.data_->Reindex();
   } catch (const std::exception&) {
     // Broken or unknown metadata is no reason to refuse a picture: it just has none.
@@ -182,9 +225,7 @@ bool ExifStore::Empty() const {
 bool ExifStore::HasDescriptiveTag() const {
   return std::ranges::any_of(data_->index, [](const auto& entry) {
     const auto group = static_cast<ExifGroup>(entry.first >> 16);
-    return group != ExifGroup::Image ||
-           std::ranges::find(kDescriptiveTags, static_cast<int>(entry.first & 0xFFFF)) !=
-               kDescriptiveTags.end();
+    return group != ExifGroup::Image || IsDescriptiveTag(static_cast<int>(entry.first & 0xFFFF));
   });
 }
 
@@ -280,16 +321,67 @@ void ExifStore::Set(ExifTag tag, ExifType type, int index, const QString& value)
       break;
     }
   }
+  data.changed.insert(tag);
   data.Reindex();
 }
 
+std::vector<ExifTag> ExifStore::Changed() const {
+  return {data_->changed.begin(), data_->changed.end()};
+}
+
+std::optional<TagValue> ExifStore::Value(ExifTag tag, bool bigEndian) const {
+  const Exiv2::Value* value = data_->Find(tag);
+  if (value == nullptr) return std::nullopt;
+  // A comment is bytes without a type of their own to the file.
+  const bool comment = value->typeId() == Exiv2::comment;
+  TagValue stored;
+  stored.type = static_cast<std::uint16_t>(comment ? Exiv2::undefined : value->typeId());
+  stored.bytes.resize(static_cast<qsizetype>(value->size()));
+  const auto written = value->copy(reinterpret_cast<Exiv2::byte*>(stored.bytes.data()),
+                                   bigEndian ? Exiv2::bigEndian : Exiv2::littleEndian);
+  stored.bytes.resize(static_cast<qsizetype>(written));
+  stored.count = static_cast<std::uint32_t>(comment ? written : value->count());
+  return stored;
+}
+
+void ExifStore::ClearExif() {
+  Data& data = Own();
+  data.exif.clear();
+  data.changed.clear();
+  data.cleared = true;
+  data.Reindex();
+}
+
+bool ExifStore::ExifCleared() const {
+  return data_->cleared;
+}
+
 QByteArray ExifStore::EncodeExif() const {
-  if (data_->exif.empty()) return QByteArray();
-  Exiv2::ExifData copy = data_->exif;
-  Exiv2::Blob blob;
-  Exiv2::ExifParser::encode(blob, Exiv2::littleEndian, copy);
-  return QByteArray(reinterpret_cast<const char*>(blob.data()),
-                    static_cast<qsizetype>(blob.size()));
+  return Encode(data_->exif);
+}
+
+QByteArray ExifStore::EncodeForOtherFile() const {
+  Exiv2::ExifData along;
+  const auto isMaker = [](const Exiv2::Exifdatum& datum) {
+    return datum.tag() == kMakerNote || Exiv2::ExifTags::isMakerGroup(datum.groupName());
+  };
+  for (const Exiv2::Exifdatum& datum : data_->exif) {
+    const std::string group = datum.groupName();
+    if (group == "Image"
+            ? GoesAlong(datum.tag())
+            : group == "Photo" || group == "GPSInfo" || group == "Iop" || isMaker(datum))
+      along.add(datum);
+  }
+  const QByteArray block = Encode(along);
+  if (block.size() <= kMostExifBytes) return block;
+  Exiv2::ExifData plain;
+  for (const Exiv2::Exifdatum& datum : along)
+    if (!isMaker(datum)) plain.add(datum);
+  return Encode(plain);
+}
+
+const QByteArray& ExifStore::Profile() const {
+  return data_->profile;
 }
 
 const QByteArray& ExifStore::XmpPacket() const {

@@ -5,6 +5,7 @@
 #include <QString>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "imaging/codec.h"
 
@@ -18,7 +19,19 @@ enum class ExifType { Ascii, Comment, Byte, Short, Rational, SignedRational };
 struct ExifTag {
   ExifGroup group;
   int number;
+  auto operator<=>(const ExifTag&) const = default;
 };
+
+/// A tag's value as a block holds it.
+struct TagValue {
+  std::uint16_t type = 0;  ///< 1 to 12 as in TIFF 6.0
+  std::uint32_t count = 0;
+  QByteArray bytes;  ///< `count` times the type's size, in the block's byte order
+  bool operator==(const TagValue&) const = default;
+};
+
+/// Whether a tag of the main directory describes the photo rather than the layout of a TIFF file.
+bool IsDescriptiveTag(int number);
 
 /// The EXIF and XMP blocks of one file. The only place that knows the metadata library: it catches
 /// what that throws and speaks texts and numbers outward. A cheap value: copies share their data
@@ -49,11 +62,26 @@ class ExifStore {
   /// earlier ones are kept (or become 0).
   void Set(ExifTag tag, ExifType type, int index, const QString& value);
 
+  /// The tags that were set since the block was read, each once.
+  std::vector<ExifTag> Changed() const;
+  std::optional<TagValue> Value(ExifTag tag, bool bigEndian) const;
+  /// Forgets all tags.
+  void ClearExif();
+  /// Whether `ClearExif` was called since the block was read.
+  bool ExifCleared() const;
+
   /// The EXIF block as it stands in a JPEG segment behind "Exif\0\0"; empty for an empty store.
   QByteArray EncodeExif() const;
+  /// The same for a picture in another file: without what describes the layout of this one (a TIFF
+  /// file's, camera RAW's) and without its thumbnail; a maker note that makes the block larger than
+  /// a JPEG can hold is left out.
+  QByteArray EncodeForOtherFile() const;
 
   const QByteArray& XmpPacket() const;
   void SetXmpPacket(const QByteArray& packet);
+
+  /// The colour profile that the library found; empty where there is none.
+  const QByteArray& Profile() const;
 
   /// The IPTC block that the library found, for containers whose codec has no reader of its own.
   const QByteArray& IptcBlock() const;

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "imaging/tiff_editor.h"
 #include "shell/files.h"
 #include "shell/text.h"
 
@@ -172,6 +173,7 @@ FileParameters FileParameters::Read(ByteView file, const Codec& codec, const Pic
   parameters.exif_ = ExifStore::Read(file);
   parameters.iptc_ =
       IptcList::Parse(Bytes(facts.iptc.isEmpty() ? parameters.exif_.IptcBlock() : facts.iptc));
+  parameters.readIptc_ = parameters.iptc_;
   parameters.ReadFacts(codec, facts, path);
   return parameters;
 }
@@ -215,6 +217,21 @@ void FileParameters::ReplaceFile(const FileParameters& file) {
   facts_ = file.facts_;
   exif_ = file.exif_;
   iptc_ = file.iptc_;
+  readIptc_ = file.readIptc_;
+  xmpChanged_ = file.xmpChanged_;
+}
+
+void FileParameters::RemoveExif() {
+  exif_.ClearExif();
+  facts_.insert(u"EXIF_HASEXIF"_s, u"0"_s);
+}
+
+QByteArray FileParameters::EditedExif(const QByteArray& original) const {
+  auto editor =
+      exif_.ExifCleared() || original.isEmpty() ? TiffEditor::Empty() : TiffEditor::Open(original);
+  if (!editor) return exif_.EncodeExif();
+  editor->Apply(exif_);
+  return editor->Tags(ExifGroup::Image).empty() ? QByteArray() : editor->Take();
 }
 
 QString FileParameters::GetIOProperty(QStringView key) const {
@@ -232,6 +249,10 @@ void FileParameters::SetIOProperty(QStringView key, const QString& value) {
   if (const ExifKeyRow* row = FindExifKey(upper)) {
     exif_.Set(row->tag, TypeOf(*row), row->component, value);
     facts_.insert(u"EXIF_HASEXIF"_s, u"1"_s);
+  } else if (upper == "XMP_INFO"_L1) {
+    exif_.SetXmpPacket(value.toUtf8());
+    facts_.insert(upper, value);
+    xmpChanged_ = true;
   } else if (facts_.contains(upper)) {
     facts_.insert(upper, value);
   } else {

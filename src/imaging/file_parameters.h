@@ -39,8 +39,18 @@ class FileParameters {
   const IptcList& Iptc() const { return iptc_; }
   IptcList& Iptc() { return iptc_; }
 
-  /// The EXIF block as a JPEG segment carries it behind "Exif\0\0"; empty without tags.
-  QByteArray ExifBlock() const { return exif_.EncodeExif(); }
+  const ExifStore& Exif() const { return exif_; }
+  /// Takes the whole EXIF block, GPS with it, or all IPTC items away.
+  void RemoveExif();
+  void RemoveIptc() { iptc_ = IptcList(); }
+
+  /// What differs from the file that was read.
+  bool IptcChanged() const { return iptc_.Items() != readIptc_.Items(); }
+  bool XmpChanged() const { return xmpChanged_; }
+
+  /// An EXIF block with the tags that were set since reading; an empty one stands for none.
+  /// `original` is the file's own. What can't be edited in place is written anew from the tags.
+  QByteArray EditedExif(const QByteArray& original) const;
 
  private:
   void ReadFacts(const Codec& codec, const PictureFacts& facts, const QString& path);
@@ -49,7 +59,8 @@ class FileParameters {
   QHash<QString, QString> facts_;    // by upper-case key
   QHash<QString, QString> options_;  // likewise
   ExifStore exif_;
-  IptcList iptc_;
+  IptcList iptc_, readIptc_;
+  bool xmpChanged_ = false;
 };
 
 }  // namespace zqm

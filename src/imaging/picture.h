@@ -7,6 +7,7 @@
 
 #include "imaging/codec.h"
 #include "imaging/file_parameters.h"
+#include "imaging/source_file.h"
 #include "shell/result.h"
 
 namespace zqm {
@@ -20,6 +21,26 @@ class Picture {
   Outcome LoadFromFile(const QString& path);
   /// Only the parameters; the pixels that are there stay. On failure there are none.
   Outcome ReadParamsFromFile(const QString& path);
+  /// Writes the picture with its parameters, whole or not at all; links are followed, a read-only
+  /// target is refused, the target's mode is kept.
+  ///
+  /// - Over the file that it was loaded (or its parameters read) from, pixels untouched since: only
+  ///   the metadata changes (see `RewriteMetadata`).
+  /// - Over it otherwise: encoded anew in the format that the file has whatever its name says, with
+  ///   thumbnail and pixel size of the EXIF block following. A file of several pages, layers or
+  ///   frames is refused: "File has several pages and cannot be changed".
+  /// - To another path: in the format of the path's extension.
+  ///
+  /// EXIF, IPTC, XMP and the colour profile go along where the format holds them. `DPIX`, `DPIY`
+  /// and the save options are heeded. Formats that can't be written: `kReasonNotWritable`.
+  Outcome SaveToFile(const QString& path);
+  /// Brings the EXIF block in step with the pixels: their number and the thumbnail. Before each
+  /// save in which they may have changed; doing it again changes nothing.
+  void PrepareSave();
+  /// For the next save.
+  void RemoveExif() { parameters_.RemoveExif(); }
+  void RemoveIptc() { parameters_.RemoveIptc(); }
+
   QString GetIOProperty(QStringView key) const { return parameters_.GetIOProperty(key); }
   void SetIOProperty(QStringView key, const QString& value) {
     parameters_.SetIOProperty(key, value);
@@ -47,8 +68,19 @@ class Picture {
 
  private:
   LoadOptions Options(const QString& path) const;
+  bool PixelsUntouched() const { return image_.cacheKey() == loadedPixels_; }
+  Outcome SaveMetadata(const QString& path) const;
+  Result<QByteArray> Encode(const Codec& codec) const;
+  void KeepBlocks(const SourceFile& source);
+  FileBlocks Blocks() const;
 
   QImage image_;
+  qint64 loadedPixels_ = 0;  // which pixels stand in the file
+  QString source_;           // the file
+  const Codec* codec_ = nullptr;
+  bool severalPages_ = false;
+  QByteArray exif_;     // the block that goes along, but for tags set since loading
+  QByteArray profile_;  // of the pixels as loaded
   FileParameters parameters_;
   bool colourManagement_ = false;
 };

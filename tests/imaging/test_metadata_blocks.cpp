@@ -6,7 +6,7 @@
 
 #include "imaging/fraction.h"
 #include "imaging/iptc_list.h"
-#include "imaging/jpeg_segments.h"
+#include "imaging/metadata_writer.h"
 #include "imaging/photo_reader.h"
 #include "tests/support/print_text.h"
 #include "tests/support/sample_photo.h"
@@ -175,7 +175,7 @@ TEST_F(PhotoFiles, SplicingMetadataLeavesTheCompressedPictureAlone) {
   EXPECT_TRUE(rich.endsWith(plain.sliced(scan)));
   EXPECT_FALSE(WithMetadata("GIF89a", FileParameters()));
   FileParameters huge;
-  huge.Iptc().Add(2, 120, QString(70000, u'x'));
+  huge.SetIOProperty(u"EXIF_ImageDescription", QString(70000, u'x'));
   EXPECT_FALSE(WithMetadata(plain, huge));
 }
 

@@ -3,7 +3,7 @@
 
 #include <QImage>
 
-#include "imaging/jpeg_segments.h"
+#include "imaging/metadata_writer.h"
 #include "imaging/thumbnail.h"
 
 namespace zqm::test {

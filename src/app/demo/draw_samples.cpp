@@ -6,7 +6,7 @@
 #include <QThread>
 #include <QThreadPool>
 
-#include "imaging/jpeg_segments.h"
+#include "imaging/metadata_writer.h"
 #include "imaging/thumbnail.h"
 #include "shell/files.h"
 

@@ -1,31 +1,74 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/codecs/embedded_blocks.h"
 
+#include <QCryptographicHash>
+#include <QtEndian>
+#include <utility>
+
 #include "imaging/codecs/codec_support.h"
 
 namespace zqm {
 namespace {
 
-constexpr std::uint16_t kIptcResource = 0x0404;
+constexpr std::uint16_t kIptcResource = 0x0404, kIptcDigestResource = 0x0425;
 
 /// Bytes of one value by its type number; 0 for unknown types.
 constexpr std::array<std::uint8_t, 19> kTypeSizes = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4,
                                                      8, 4, 8, 4, 0, 0, 8, 8, 8};
 
-}  // namespace
+struct Resource {
+  std::uint16_t number = 0;
+  ByteView whole, data;
+};
 
-ByteView FindResource(ByteView resources, std::uint16_t number) {
+std::vector<Resource> ReadResources(ByteView resources) {
   const ByteReader in(resources, true);
+  std::vector<Resource> list;
   std::uint64_t at = 0;
   while (at + 12 <= resources.size() && StartsWith(resources, "8BIM", at)) {
-    const bool found = in.U16(at + 4) == number;
     const std::uint64_t name = (std::uint64_t{in.U8(at + 6)} + 2) & ~std::uint64_t{1};
     const std::uint32_t length = in.U32(at + 6 + name);
     const std::uint64_t data = at + 6 + name + 4;
-    if (found) return in.Part(data, length);
-    at = data + length + (length & 1);
+    const std::uint64_t end = data + length + (length & 1);
+    list.push_back({in.U16(at + 4), in.Part(at, end - at), in.Part(data, length)});
+    at = end;
   }
+  return list;
+}
+
+}  // namespace
+
+ByteView FindResource(ByteView resources, std::uint16_t number) {
+  for (const Resource& resource : ReadResources(resources))
+    if (resource.number == number) return resource.data;
   return {};
+}
+
+QByteArray WithResource(ByteView resources, std::uint16_t number, const QByteArray& data) {
+  QByteArray fresh;
+  if (!data.isEmpty()) {
+    const auto bigNumber = qToBigEndian(number);
+    const auto bigLength = qToBigEndian(static_cast<quint32>(data.size()));
+    fresh.append("8BIM").append(reinterpret_cast<const char*>(&bigNumber), 2).append(2, '\0');
+    fresh.append(reinterpret_cast<const char*>(&bigLength), 4).append(data);
+    if (data.size() % 2 != 0) fresh.append('\0');
+  }
+  QByteArray list;
+  for (const Resource& resource : ReadResources(resources)) {
+    if (resource.number == number)
+      list += std::exchange(fresh, QByteArray());
+    else
+      list += ToByteArray(resource.whole);
+  }
+  return list + fresh;
+}
+
+QByteArray WithIptcResource(ByteView resources, const QByteArray& iptc) {
+  const bool hasDigest = !FindResource(resources, kIptcDigestResource).empty();
+  const QByteArray list = WithResource(resources, kIptcResource, iptc);
+  if (!hasDigest) return list;
+  return WithResource(Bytes(list), kIptcDigestResource,
+                      QCryptographicHash::hash(iptc, QCryptographicHash::Md5));
 }
 
 QByteArray IptcFromResources(ByteView resources) {

@@ -2,6 +2,7 @@
 // Blocks that other formats carry inside: image resources, and the directories of TIFF-like files.
 #pragma once
 
+#include <QByteArray>
 #include <optional>
 #include <vector>
 
@@ -15,6 +16,14 @@ ByteView FindResource(ByteView resources, std::uint16_t number);
 
 /// The IPTC block in a list of image resources, number 0x0404. Empty where there is none.
 QByteArray IptcFromResources(ByteView resources);
+
+/// The list with another block of that number in the place of the first one, at the end where there
+/// was none; an empty block takes all of the number out. What else is in the list stays byte for
+/// byte.
+QByteArray WithResource(ByteView resources, std::uint16_t number, const QByteArray& data);
+
+/// The list with this IPTC block and, where there is a digest of it, the digest of this one.
+QByteArray WithIptcResource(ByteView resources, const QByteArray& iptc);
 
 struct TiffEntry {
   std::uint16_t tag = 0;

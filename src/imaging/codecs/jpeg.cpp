@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // JPEG through the library's classic interface: the header's facts, scaled decoding, encoding to
 // memory.
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -12,6 +14,7 @@
 #include "imaging/codecs/codecs.h"
 #include "imaging/codecs/embedded_blocks.h"
 #include "imaging/colour.h"
+#include "imaging/jpeg_segments.h"
 #include "imaging/row_sink.h"
 #include "imaging/thumbnail.h"
 
@@ -218,15 +221,63 @@ struct EncodedBytes {
   ~EncodedBytes() { std::free(data); }
 };
 
-}  // namespace
+constexpr J_COLOR_SPACE kColourSpaces[] = {JCS_RGB, JCS_GRAYSCALE, JCS_YCbCr, JCS_CMYK, JCS_YCCK};
+constexpr J_DCT_METHOD kDctMethods[] = {JDCT_ISLOW, JDCT_IFAST, JDCT_FLOAT};
 
-constinit const Codec kJpegCodec{"JPEG", kExtensions, 3,         "JPEG Bitmap (JPG)",
-                                 50,     Sniff,       ReadFacts, Load};
+bool IsGray(const QImage& picture) {
+  return picture.format() == QImage::Format_Grayscale8 ||
+         picture.format() == QImage::Format_Grayscale16;
+}
 
-QByteArray EncodeJpeg(const QImage& picture, int quality) {
-  if (picture.isNull()) return {};
-  const bool gray = picture.format() == QImage::Format_Grayscale8;
-  const QImage in = gray ? picture : picture.convertToFormat(QImage::Format_RGB32);
+J_COLOR_SPACE ColourSpaceOf(const QImage& picture, const SaveOptions& options) {
+  if (options.jpegColourSpace < 0) return IsGray(picture) ? JCS_GRAYSCALE : JCS_YCbCr;
+  return kColourSpaces[static_cast<std::size_t>(options.jpegColourSpace)];
+}
+
+/// The ink as programs expect it in a JPEG, stored inverted: 255 is none.
+void InvertedInk(const QRgb* row, JSAMPLE* out, int width) {
+  for (int x = 0; x < width; ++x, out += 4) {
+    const int rgb[] = {qRed(row[x]), qGreen(row[x]), qBlue(row[x])};
+    const int white = *std::ranges::max_element(rgb);
+    for (int c = 0; c < 3; ++c)
+      out[c] = static_cast<JSAMPLE>(white == 0 ? 255 : (rgb[c] * 255 + white / 2) / white);
+    out[3] = static_cast<JSAMPLE>(white);
+  }
+}
+
+void SetUp(jpeg_compress_struct& info, J_COLOR_SPACE colours, const SaveOptions& options) {
+  jpeg_set_defaults(&info);
+  jpeg_set_colorspace(&info, colours);
+  info.dct_method = kDctMethods[options.jpegDctMethod];
+  info.smoothing_factor = options.jpegSmooth;
+  info.optimize_coding = options.jpegOptimalHuffman ? TRUE : FALSE;
+  jpeg_set_quality(&info, options.jpegQuality, TRUE);
+  if (options.jpegProgressive) jpeg_simple_progression(&info);
+  // The best quality keeps the colours of each pixel.
+  if (options.jpegQuality < 100) return;
+  info.comp_info[0].h_samp_factor = info.comp_info[0].v_samp_factor = 1;
+  if (colours == JCS_YCCK)
+    info.comp_info[3].h_samp_factor = info.comp_info[3].v_samp_factor = 1;
+}
+
+void SetDensity(jpeg_compress_struct& info, const FileBlocks& blocks) {
+  if (blocks.dpiX <= 0 || blocks.dpiY <= 0) return;
+  info.density_unit = 1;  // dots per inch
+  info.X_density = static_cast<UINT16>(std::clamp(std::lround(blocks.dpiX), 1L, 0xFFFFL));
+  info.Y_density = static_cast<UINT16>(std::clamp(std::lround(blocks.dpiY), 1L, 0xFFFFL));
+}
+
+Result<QByteArray> Compress(const QImage& picture, const SaveOptions& options,
+                            const FileBlocks& blocks) {
+  if (picture.width() > JPEG_MAX_DIMENSION || picture.height() > JPEG_MAX_DIMENSION)
+    return Failure{QStringLiteral("File format cannot be written: the picture is too large")};
+  const J_COLOR_SPACE colours = ColourSpaceOf(picture, options);
+  // The library takes gray samples only for a gray file, colours for any.
+  const bool grayRows = IsGray(picture) && colours == JCS_GRAYSCALE;
+  const QImage in =
+      picture.convertToFormat(grayRows ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
+  const bool ink = colours == JCS_CMYK || colours == JCS_YCCK;
+  std::vector<JSAMPLE> inkRow(ink ? static_cast<std::size_t>(in.width()) * 4 : 0);
   EncodedBytes out;
   Errors errors{};
   jpeg_compress_struct info{};
@@ -236,20 +287,63 @@ QByteArray EncodeJpeg(const QImage& picture, int quality) {
     jpeg_mem_dest(&info, &out.data, &out.size);
     info.image_width = static_cast<JDIMENSION>(in.width());
     info.image_height = static_cast<JDIMENSION>(in.height());
-    info.input_components = gray ? 1 : 4;
-    info.in_color_space = gray ? JCS_GRAYSCALE : JCS_EXT_BGRX;
-    jpeg_set_defaults(&info);
-    jpeg_set_quality(&info, quality, TRUE);
+    info.input_components = grayRows ? 1 : 4;
+    info.in_color_space = ink ? JCS_CMYK : grayRows ? JCS_GRAYSCALE : JCS_EXT_BGRX;
+    SetUp(info, colours, options);
+    SetDensity(info, blocks);
     jpeg_start_compress(&info, TRUE);
     while (info.next_scanline < info.image_height) {
-      auto* row = const_cast<JSAMPROW>(in.constScanLine(static_cast<int>(info.next_scanline)));
+      const uchar* line = in.constScanLine(static_cast<int>(info.next_scanline));
+      if (ink) InvertedInk(reinterpret_cast<const QRgb*>(line), inkRow.data(), in.width());
+      auto* row = ink ? inkRow.data() : const_cast<JSAMPROW>(line);
       jpeg_write_scanlines(&info, &row, 1);
     }
     jpeg_finish_compress(&info);
   });
   jpeg_destroy_compress(&info);
-  if (!done) return {};
-  return {reinterpret_cast<const char*>(out.data), static_cast<qsizetype>(out.size)};
+  if (!done)
+    return Failure{QStringLiteral("File format cannot be written: ") +
+                   QString::fromLatin1(errors.trap.message)};
+  return QByteArray(reinterpret_cast<const char*>(out.data), static_cast<qsizetype>(out.size));
+}
+
+/// What no segment can hold isn't worth the picture: a packet of such a size is left out.
+constexpr qsizetype kMostPacketBytes = 65000;
+
+Result<QByteArray> Save(const QImage& picture, const SaveOptions& options,
+                        const FileBlocks& blocks) {
+  const Result<QByteArray> jpeg = Compress(picture, options, blocks);
+  if (!jpeg) return jpeg;
+  JpegChange change;
+  if (!blocks.exif.isEmpty()) change.exif = blocks.exif;
+  if (!blocks.iptc.isEmpty()) change.resources = WithIptcResource({}, blocks.iptc);
+  if (!blocks.xmp.isEmpty() && blocks.xmp.size() <= kMostPacketBytes) change.xmp = blocks.xmp;
+  const J_COLOR_SPACE colours = ColourSpaceOf(picture, options);
+  const bool ink = colours == JCS_CMYK || colours == JCS_YCCK;
+  const bool fits =
+      !ink && (colours == JCS_GRAYSCALE ? DescribesGray : DescribesRgb)(Bytes(blocks.profile));
+  if (fits) change.profile = blocks.profile;
+  return WithBlocks(Bytes(*jpeg), change);
+}
+
+}  // namespace
+
+constinit const Codec kJpegCodec{.name = "JPEG",
+                                 .extensions = kExtensions,
+                                 .fileType = 3,
+                                 .typeText = "JPEG Bitmap (JPG)",
+                                 .priority = 50,
+                                 .sniff = Sniff,
+                                 .readFacts = ReadFacts,
+                                 .load = Load,
+                                 .save = Save};
+
+QByteArray EncodeJpeg(const QImage& picture, int quality) {
+  if (picture.isNull()) return {};
+  SaveOptions options;
+  options.jpegQuality = quality;
+  const Result<QByteArray> jpeg = Compress(picture, options, {});
+  return jpeg ? *jpeg : QByteArray();
 }
 
 }  // namespace zqm

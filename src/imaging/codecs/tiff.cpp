@@ -13,6 +13,7 @@
 #include "imaging/codecs/codec_support.h"
 #include "imaging/codecs/codecs.h"
 #include "imaging/codecs/embedded_blocks.h"
+#include "imaging/codecs/tiff_save.h"
 #include "imaging/colour.h"
 #include "imaging/row_sink.h"
 
@@ -524,7 +525,14 @@ constexpr const char* kExtensions[] = {"tif", "tiff"};
 
 }  // namespace
 
-constinit const Codec kTiffCodec{"TIFF", kExtensions, 1,         "TIFF Bitmap (TIF)",
-                                 40,     Sniff,       ReadFacts, Load};
+constinit const Codec kTiffCodec{.name = "TIFF",
+                                 .extensions = kExtensions,
+                                 .fileType = 1,
+                                 .typeText = "TIFF Bitmap (TIF)",
+                                 .priority = 40,
+                                 .sniff = Sniff,
+                                 .readFacts = ReadFacts,
+                                 .load = Load,
+                                 .save = SaveTiff};
 
 }  // namespace zqm
