@@ -76,6 +76,14 @@ Transform MakeTransform(const Profile& from, cmsUInt32Number in, const Profile& 
   return made ? Transform(made, cmsDeleteTransform) : nullptr;
 }
 
+/// a* and b* count from 128 in the library, from 0 with a sign in TIFF.
+void FlipChromaSigns(std::uint8_t* lab, int width) {
+  for (int x = 0; x < width; ++x, lab += 3) {
+    lab[1] ^= 0x80;
+    lab[2] ^= 0x80;
+  }
+}
+
 Transform TransformFor(QImage::Format format, ByteView profile) {
   switch (format) {
     case QImage::Format_Grayscale8:
@@ -149,11 +157,17 @@ LabWriter::LabWriter()
 void LabWriter::ConvertRow(const std::uint8_t* rgbx, std::uint8_t* lab, int width) const {
   if (!transform_) return;
   cmsDoTransform(transform_.get(), rgbx, lab, static_cast<cmsUInt32Number>(width));
-  // The library counts a* and b* from 128.
-  for (int x = 0; x < width; ++x, lab += 3) {
-    lab[1] ^= 0x80;
-    lab[2] ^= 0x80;
-  }
+  FlipChromaSigns(lab, width);
+}
+
+LabReader::LabReader()
+    : transform_(MakeTransform(Profile(cmsCreateLab4Profile(nullptr)), TYPE_Lab_8,
+                               Profile(cmsCreate_sRGBProfile()), TYPE_RGB_8)) {}
+
+void LabReader::ConvertRow(std::uint8_t* lab, std::uint8_t* rgb, int width) const {
+  if (!transform_) return;
+  FlipChromaSigns(lab, width);
+  cmsDoTransform(transform_.get(), lab, rgb, static_cast<cmsUInt32Number>(width));
 }
 
 }  // namespace zqm

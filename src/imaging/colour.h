@@ -36,6 +36,18 @@ class CmykConverter {
   std::shared_ptr<void> transform_;
 };
 
+/// The way back from what `LabWriter` writes, to three bytes of sRGB a pixel.
+class LabReader {
+ public:
+  LabReader();
+
+  /// Changes `lab` on the way.
+  void ConvertRow(std::uint8_t* lab, std::uint8_t* rgb, int width) const;
+
+ private:
+  std::shared_ptr<void> transform_;
+};
+
 /// Rows of sRGB to CIE L*a*b* of D50 as TIFF stores it in bytes: L* from 0 to 255, a* and b*
 /// signed.
 class LabWriter {

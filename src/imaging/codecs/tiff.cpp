@@ -143,6 +143,7 @@ Layout ReadLayout(TIFF* tiff) {
 int ColourChannels(const Layout& l) {
   switch (l.photometric) {
     case PHOTOMETRIC_RGB:
+    case PHOTOMETRIC_CIELAB:
       return 3;
     case PHOTOMETRIC_SEPARATED:
       return 4;
@@ -156,7 +157,8 @@ bool IsPlain(const Layout& l) {
   const bool photometric =
       l.photometric == PHOTOMETRIC_MINISWHITE || l.photometric == PHOTOMETRIC_MINISBLACK ||
       l.photometric == PHOTOMETRIC_RGB || l.photometric == PHOTOMETRIC_PALETTE ||
-      l.photometric == PHOTOMETRIC_SEPARATED;
+      l.photometric == PHOTOMETRIC_SEPARATED ||
+      (l.photometric == PHOTOMETRIC_CIELAB && (l.bits == 8 || l.bits == 16));
   const bool depth =
       l.format == SAMPLEFORMAT_IEEEFP
           ? l.bits == 32 || l.bits == 64
@@ -221,7 +223,7 @@ class RowMaker {
       : layout_(l), colours_(ColourChannels(l)), cmyk_(profile) {
     TIFFGetField(tiff, TIFFTAG_COLORMAP, &palette_[0], &palette_[1], &palette_[2]);
     alpha_ = useAlpha && l.photometric != PHOTOMETRIC_PALETTE &&
-             l.photometric != PHOTOMETRIC_SEPARATED &&
+             l.photometric != PHOTOMETRIC_SEPARATED && !IsLab() &&
              (l.samples == colours_ + 1 ||
               (l.samples > colours_ && l.alphaKind != EXTRASAMPLE_UNSPECIFIED));
     deep_ = l.bits > 8;
@@ -245,6 +247,7 @@ class RowMaker {
   const void* Make(const std::uint16_t* pixels, std::size_t stride) {
     if (IsPalette()) return FromPalette(pixels, stride);
     if (layout_.photometric == PHOTOMETRIC_SEPARATED) return FromCmyk(pixels, stride);
+    if (IsLab()) return FromLab(pixels, stride);
     const bool invert = layout_.photometric == PHOTOMETRIC_MINISWHITE;
     const std::size_t channels = alpha_ ? 4 : static_cast<std::size_t>(colours_);
     for (std::size_t x = 0; x < width_; ++x, pixels += stride) {
@@ -268,6 +271,7 @@ class RowMaker {
   }
 
  private:
+  bool IsLab() const { return layout_.photometric == PHOTOMETRIC_CIELAB; }
   bool IsPalette() const { return layout_.photometric == PHOTOMETRIC_PALETTE; }
 
   void PutAlpha(std::uint16_t* out, std::uint16_t alpha) {
@@ -289,6 +293,16 @@ class RowMaker {
     return bytes_.data();
   }
 
+  const void* FromLab(const std::uint16_t* pixels, std::size_t stride) {
+    ink_.resize(width_ * 3);
+    for (std::size_t x = 0; x < width_; ++x, pixels += stride) {
+      for (std::size_t c = 0; c < 3; ++c)
+        ink_[x * 3 + c] = static_cast<std::uint8_t>(pixels[c] >> 8);
+    }
+    lab_.ConvertRow(ink_.data(), bytes_.data(), static_cast<int>(width_));
+    return bytes_.data();
+  }
+
   const void* FromCmyk(const std::uint16_t* pixels, std::size_t stride) {
     ink_.resize(width_ * 4);
     for (std::size_t x = 0; x < width_; ++x, pixels += stride) {
@@ -302,6 +316,7 @@ class RowMaker {
   Layout layout_;
   int colours_;
   CmykConverter cmyk_;
+  LabReader lab_;
   std::uint16_t* palette_[3] = {};  // owned by the library
   bool alpha_ = false, deep_ = false, sawAlpha_ = false;
   std::size_t width_ = 0;
