@@ -5,8 +5,9 @@
 
 namespace zqm {
 
-/// The picture in Indexed8 with at most that many colours, 2 to 256. Equal pictures come out equal.
-/// Null when there is no memory for it.
+/// The picture as Indexed8 in at most `colours` colours, 2 to 256, alpha among them. Colours stay
+/// exactly as they are (in 8 bits) where the picture has no more than that; else they are chosen
+/// for the picture and dithered. Null where memory is short.
 QImage Quantised(const QImage& picture, int colours);
 
 }  // namespace zqm

@@ -5,6 +5,7 @@
 
 #include "imaging/codecs/codecs.h"
 #include "imaging/codecs/packed_rows.h"
+#include "imaging/codecs/save_support.h"
 
 namespace zqm {
 namespace {
@@ -15,7 +16,6 @@ constexpr std::uint32_t kOldHeader =
 constexpr std::uint32_t kPlainHeader = 40;
 constexpr std::uint32_t kMasksAt = kFileHeader + 40;  // inside longer headers, after the plain one
 constexpr std::uint32_t kAlphaHeader = 56;            // the first length that has an alpha mask
-constexpr double kMetresPerInch = 0.0254;
 
 enum class Packing { Plain, Rle4, Rle8, Rle24, Masks, Unknown };
 
@@ -371,7 +371,7 @@ constexpr const char* kExtensions[] = {"bmp", "dib"};
 
 }  // namespace
 
-constinit const Codec kBmpCodec{"BMP", kExtensions, 5,         "Windows Bitmap (BMP)",
-                                50,    Sniff,       ReadFacts, Load};
+constinit const Codec kBmpCodec{
+    "BMP", kExtensions, 5, "Windows Bitmap (BMP)", 50, Sniff, ReadFacts, Load, false, SaveBmp};
 
 }  // namespace zqm

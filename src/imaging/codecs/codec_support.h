@@ -16,6 +16,8 @@ namespace zqm {
 /// Most memory that one decoder may take for itself.
 inline constexpr std::int64_t kMostDecoderBytes = std::int64_t{800} << 20;
 
+inline constexpr double kMetresPerInch = 0.0254;
+
 /// Numbers of a file by offset; whatever lies beyond the end reads as zero.
 class ByteReader {
  public:

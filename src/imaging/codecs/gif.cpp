@@ -4,6 +4,7 @@
 
 #include "imaging/codecs/codec_support.h"
 #include "imaging/codecs/codecs.h"
+#include "imaging/codecs/save_support.h"
 #include "imaging/row_sink.h"
 
 namespace zqm {
@@ -150,7 +151,7 @@ constexpr const char* kExtensions[] = {"gif"};
 
 }  // namespace
 
-constinit const Codec kGifCodec{"GIF", kExtensions, 2,         "CompuServe Bitmap (GIF)",
-                                50,    Sniff,       ReadFacts, Load};
+constinit const Codec kGifCodec{
+    "GIF", kExtensions, 2, "CompuServe Bitmap (GIF)", 50, Sniff, ReadFacts, Load, false, SaveGif};
 
 }  // namespace zqm

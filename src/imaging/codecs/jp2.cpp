@@ -8,6 +8,7 @@
 
 #include "imaging/codecs/codec_support.h"
 #include "imaging/codecs/codecs.h"
+#include "imaging/codecs/save_support.h"
 #include "imaging/colour.h"
 #include "imaging/row_sink.h"
 
@@ -248,9 +249,9 @@ std::uint16_t Clamp16(double value) {
   return static_cast<std::uint16_t>(std::lround(std::clamp(value, 0.0, 65535.0)));
 }
 
-/// ITU-R BT.601, full range.
-void YccToRgb(std::uint16_t* p) {
-  const double y = p[0], cb = p[1] - 32768.0, cr = p[2] - 32768.0;
+/// ITU-R BT.601, full range. `middle` is the level of no colour.
+void YccToRgb(std::uint16_t* p, double middle) {
+  const double y = p[0], cb = p[1] - middle, cr = p[2] - middle;
   p[0] = Clamp16(y + 1.402 * cr);
   p[1] = Clamp16(y - 0.344136 * cb - 0.714136 * cr);
   p[2] = Clamp16(y + 1.772 * cb);
@@ -284,6 +285,8 @@ Result<QImage> ToPicture(const opj_image_t& image, const Meaning& meaning, const
   std::vector<std::uint16_t> row(std::size_t{width} * channels);
   std::vector<std::uint8_t> bytes(row.size()), rgb(std::size_t{width} * 3);
   const CmykConverter cmyk;
+  // Half of all levels, brought to 16 bits as the samples are.
+  const double levels = std::exp2(image.comps[0].prec), middle = levels / 2 * 65535 / (levels - 1);
   bool sawAlpha = false;
   for (std::uint32_t y = 0; y < height; ++y) {
     for (std::uint32_t x = 0; x < width; ++x) {
@@ -293,14 +296,15 @@ Result<QImage> ToPicture(const opj_image_t& image, const Meaning& meaning, const
       if (meaning.alpha && colours == 1) p[1] = p[2] = p[0];
       if (meaning.alpha) p[3] = components[colours].At(x, y);
       sawAlpha = sawAlpha || (meaning.alpha && p[3] != 0);
-      if (meaning.kind == Kind::Ycc) YccToRgb(p);
+      if (meaning.kind == Kind::Ycc) YccToRgb(p, middle);
     }
     if (deep) {
       sink->PutRow(static_cast<int>(y), row.data());
       continue;
     }
-    std::ranges::transform(row, bytes.begin(),
-                           [](std::uint16_t v) { return static_cast<std::uint8_t>(v >> 8); });
+    std::ranges::transform(row, bytes.begin(), [](std::uint16_t v) {
+      return static_cast<std::uint8_t>((v * 255U + 32895U) >> 16);
+    });
     if (meaning.kind == Kind::Cmyk) {
       cmyk.ConvertRow(bytes.data(), rgb.data(), static_cast<int>(width));
     }
@@ -359,7 +363,8 @@ constexpr const char* kStreamExtensions[] = {"j2k", "jpc", "j2c"};
 }  // namespace
 
 constinit const Codec kJp2Codec{"JPEG 2000", kBoxedExtensions, 13,        "JPEG2000 File (JP2)",
-                                50,          SniffBoxed,       ReadFacts, Load};
+                                50,          SniffBoxed,       ReadFacts, Load,
+                                false,       SaveJp2};
 constinit const Codec kJ2kCodec{"JPEG 2000 code stream",
                                 kStreamExtensions,
                                 14,
@@ -367,6 +372,8 @@ constinit const Codec kJ2kCodec{"JPEG 2000 code stream",
                                 50,
                                 SniffStream,
                                 ReadFacts,
-                                Load};
+                                Load,
+                                false,
+                                SaveJ2k};
 
 }  // namespace zqm

@@ -3,6 +3,7 @@
 // then the palette of 256-colour pictures. Little-endian.
 #include "imaging/codecs/codecs.h"
 #include "imaging/codecs/packed_rows.h"
+#include "imaging/codecs/save_support.h"
 
 namespace zqm {
 namespace {
@@ -221,7 +222,7 @@ constexpr const char* kExtensions[] = {"pcx"};
 }  // namespace
 
 // The mark is one byte, so formats with a longer one go first.
-constinit const Codec kPcxCodec{"PCX", kExtensions, 4,         "PaintBrush (PCX)",
-                                10,    Sniff,       ReadFacts, Load};
+constinit const Codec kPcxCodec{
+    "PCX", kExtensions, 4, "PaintBrush (PCX)", 10, Sniff, ReadFacts, Load, false, SavePcx};
 
 }  // namespace zqm

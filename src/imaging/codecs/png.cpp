@@ -8,6 +8,7 @@
 #include "imaging/codecs/codec_support.h"
 #include "imaging/codecs/codecs.h"
 #include "imaging/codecs/embedded_blocks.h"
+#include "imaging/codecs/save_support.h"
 #include "imaging/row_sink.h"
 
 namespace zqm {
@@ -16,7 +17,6 @@ namespace {
 constexpr std::string_view kSignature("\x89PNG\r\n\x1A\n", 8);
 constexpr png_alloc_size_t kMostChunkBytes = 16 << 20;
 constexpr png_uint_32 kMostChunks = 1000;
-constexpr double kMetresPerInch = 0.0254;
 
 [[noreturn]] void OnError(png_structp png, png_const_charp message) {
   auto* trap = static_cast<ErrorTrap*>(png_get_error_ptr(png));
@@ -202,6 +202,7 @@ constexpr const char* kExtensions[] = {"png"};
 }  // namespace
 
 constinit const Codec kPngCodec{"PNG", kExtensions, 7,         "Portable Network Graphics (PNG)",
-                                50,    Sniff,       ReadFacts, Load};
+                                50,    Sniff,       ReadFacts, Load,
+                                false, SavePng};
 
 }  // namespace zqm

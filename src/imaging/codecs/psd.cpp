@@ -6,6 +6,7 @@
 #include "imaging/codecs/codecs.h"
 #include "imaging/codecs/embedded_blocks.h"
 #include "imaging/codecs/packed_rows.h"
+#include "imaging/codecs/save_support.h"
 #include "imaging/colour.h"
 
 namespace zqm {
@@ -35,7 +36,8 @@ struct Header {
 };
 
 /// A number of layers below zero says that the merged picture's first extra channel is its
-/// transparency. With 16 bits the layers stand in a block of their own behind empty ones.
+/// transparency. With 16 bits the layers stand in a block of their own behind empty ones. A picture
+/// without layers says it by an empty block "Mtrn", "Mt16" or "Mt32".
 bool IsTransparent(ByteView layers, bool large) {
   const ByteReader in(layers, true);
   const auto negative = [&](std::uint64_t at) { return (in.U16(at) & 0x8000) != 0; };
@@ -46,6 +48,7 @@ bool IsTransparent(ByteView layers, bool large) {
     const bool found = StartsWith(layers, "Lr16", at + 4);
     const std::uint64_t data = at + 8 + (large && found ? 8 : 4);
     if (found) return negative(data);
+    if (StartsWith(layers, "Mt", at + 4)) return true;
     at = data + ((std::uint64_t{in.U32(at + 8)} + 3) & ~std::uint64_t{3});
   }
   return false;
@@ -381,7 +384,7 @@ constexpr const char* kExtensions[] = {"psd"};
 
 }  // namespace
 
-constinit const Codec kPsdCodec{"PSD", kExtensions, 24,        "Photoshop Document (PSD)",
-                                50,    Sniff,       ReadFacts, Load};
+constinit const Codec kPsdCodec{
+    "PSD", kExtensions, 24, "Photoshop Document (PSD)", 50, Sniff, ReadFacts, Load, false, SavePsd};
 
 }  // namespace zqm

@@ -3,6 +3,7 @@
 // mark. Little-endian. The header has no mark, so the sniffing is strict.
 #include "imaging/codecs/codecs.h"
 #include "imaging/codecs/packed_rows.h"
+#include "imaging/codecs/save_support.h"
 
 namespace zqm {
 namespace {
@@ -262,7 +263,7 @@ constexpr const char* kExtensions[] = {"tga"};
 }  // namespace
 
 // Without a mark of its own it goes after all others.
-constinit const Codec kTgaCodec{"TGA", kExtensions, 9,         "Targa Bitmap (TGA)",
-                                0,     Sniff,       ReadFacts, Load};
+constinit const Codec kTgaCodec{
+    "TGA", kExtensions, 9, "Targa Bitmap (TGA)", 0, Sniff, ReadFacts, Load, false, SaveTga};
 
 }  // namespace zqm
