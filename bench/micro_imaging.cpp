@@ -39,13 +39,21 @@ void ResampleToThumbnail(benchmark::State& state) {
 }
 BENCHMARK(ResampleToThumbnail)->Unit(benchmark::kMicrosecond);
 
+/// 12 megapixels to 1600 pixels; the argument is the filter's number.
 void ResampleFull(benchmark::State& state) {
-  const QImage picture = Drawn({3264, 2448});
-  for (auto _ : state) {
-    benchmark::DoNotOptimize(Resample(picture, {1024, 768}, ResampleFilter::Triangle));
-  }
+  const QImage picture = Drawn({4000, 3000});
+  const auto filter = static_cast<ResampleFilter>(state.range(0));
+  for (auto _ : state)
+    benchmark::DoNotOptimize(Resample(picture, {1600, 1200}, filter));
 }
-BENCHMARK(ResampleFull)->Unit(benchmark::kMillisecond);
+BENCHMARK(ResampleFull)
+    ->Arg(1)
+    ->Arg(5)
+    ->Arg(7)
+    ->Arg(11)
+    ->Arg(12)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
 
 void EncodeThumbnail(benchmark::State& state) {
   const QImage picture = Drawn({200, 150});

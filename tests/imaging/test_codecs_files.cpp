@@ -6,7 +6,6 @@
 #endif
 
 #include "imaging/codecs/codecs.h"
-#include "imaging/resample.h"
 #include "imaging/row_sink.h"
 #include "imaging/thumbnail.h"
 #include "tests/support/photos.h"
@@ -210,32 +209,6 @@ TEST(RowSink, AveragesAnyOrderOfRowsAndRefusesExcess) {
   EXPECT_FALSE(RowSink::Create(1 << 14, 1 << 14, RowFormat::Rgb24, {})) << "1 GB";
   EXPECT_TRUE(RowSink::Create(1 << 14, 1 << 14, RowFormat::Rgb24, {200, 200}));
   EXPECT_FALSE(RowSink::Create(1 << 27, 1, RowFormat::Gray8, {200, 200})) << "a row of 512 MB";
-}
-
-TEST(Resample, KeepsFlatAreasAveragesDetailAndWeighsAlpha) {
-  for (const auto format :
-       {QImage::Format_Grayscale8, QImage::Format_Grayscale16, QImage::Format_RGB32,
-        QImage::Format_ARGB32, QImage::Format_RGBX64, QImage::Format_RGBA64}) {
-    QImage flat(97, 61, format);
-    flat.fill(QColor(51, 51, 51));
-    for (const QSize& size : {QSize(13, 7), QSize(96, 60), QSize(200, 150), QSize(1, 1)}) {
-      const QImage out = Resample(flat, size, ResampleFilter::Triangle);
-      ASSERT_EQ(out.size(), size);
-      EXPECT_EQ(out.format(), format);
-      EXPECT_EQ(out.pixelColor(size.width() / 2, size.height() - 1), QColor(51, 51, 51)) << format;
-    }
-  }
-  QImage stripes(400, 300, QImage::Format_ARGB32);
-  for (int y = 0; y < 300; ++y) {
-    for (int x = 0; x < 400; ++x) {
-      stripes.setPixel(x, y, x % 2 ? qRgba(240, 0, 0, 255) : qRgba(0, 255, 0, 0));
-    }
-  }
-  const QImage small = Resample(stripes, {40, 30}, ResampleFilter::FastLinear);
-  EXPECT_NEAR(qAlpha(small.pixel(20, 15)), 128, 2);
-  EXPECT_NEAR(qRed(small.pixel(20, 15)), 240, 2);
-  EXPECT_EQ(qGreen(small.pixel(20, 15)), 0);
-  EXPECT_TRUE(Resample({}, {4, 4}, ResampleFilter::Triangle).isNull());
 }
 
 }  // namespace
