@@ -63,11 +63,8 @@ void WriteHeaders(ByteWriter& out, const QImage& picture, const Layout& layout,
     out.U8(qBlue(colour)).U8(qGreen(colour)).U8(qRed(colour)).U8(0);
 }
 
-RowFormat RowsFor(const QImage& picture, const Layout& layout) {
-  if (layout.bits == 8) return RowFormat::Gray8;
-  return layout.bits == 32 && picture.depth() == 32 ? RowFormat::Rgb32
-         : layout.bits == 32                        ? RowFormat::Rgba32
-                                                    : RowFormat::Rgb24;
+RowFormat RowsFor(int bits) {
+  return bits == 8 ? RowFormat::Gray8 : bits == 32 ? RowFormat::Rgba32 : RowFormat::Rgb24;
 }
 
 }  // namespace
@@ -84,7 +81,7 @@ Result<QByteArray> SaveBmp(const QImage& given, const SaveOptions&, const FileBl
   WriteHeaders(out, picture, layout, blocks, stride * picture.height());
 
   const bool indexed = !layout.palette.empty() && picture.colorCount() > 0;
-  RowSource rows(picture, RowsFor(picture, layout));
+  RowSource rows(picture, RowsFor(layout.bits));
   std::vector<std::uint8_t> turned(layout.bits >= 24 ? static_cast<std::size_t>(used) : 0);
   for (int y = picture.height() - 1; y >= 0; --y) {
     const std::uint8_t* row = indexed ? picture.constScanLine(y) : rows.Bytes(y);

@@ -11,17 +11,19 @@ constexpr std::uint8_t kRun = 0xC0;
 constexpr std::size_t kLongestRun = 63;
 
 /// A count with the two highest bits set, then the byte; a lone byte below them stands for itself.
-void AppendRuns(ByteWriter& out, ByteView line) {
+/// `out` has room for twice the line; returns the end.
+std::uint8_t* PackRuns(ByteView line, std::uint8_t* out) {
   for (std::size_t at = 0; at < line.size();) {
     const std::uint8_t byte = line[at];
     const std::size_t most = std::min(line.size() - at, kLongestRun);
     std::size_t count = 1;
     while (count < most && line[at + count] == byte)
       ++count;
-    if (count > 1 || byte >= kRun) out.U8(kRun | static_cast<std::int64_t>(count));
-    out.U8(byte);
+    if (count > 1 || byte >= kRun) *out++ = static_cast<std::uint8_t>(kRun | count);
+    *out++ = byte;
     at += count;
   }
+  return out;
 }
 
 struct Shape {
@@ -108,12 +110,14 @@ Result<QByteArray> SavePcx(const QImage& given, const SaveOptions& options,
   ByteWriter out(false);
   WriteHeader(out, picture, shape, options.pcxCompressed, blocks);
   PlaneLines lines(picture, shape);
+  const auto lineBytes = static_cast<std::size_t>(shape.lineBytes);
+  std::vector<std::uint8_t> packed(lineBytes * 2);
   for (int y = 0; y < picture.height(); ++y) {
     const std::vector<std::uint8_t>& planes = lines.Line(y);
-    for (int plane = 0; plane < shape.planes; ++plane) {
-      const ByteView line(planes.data() + plane * shape.lineBytes,
-                          static_cast<std::size_t>(shape.lineBytes));
-      options.pcxCompressed ? AppendRuns(out, line) : void(out.Raw(line.data(), line.size()));
+    if (!options.pcxCompressed) out.Raw(planes.data(), planes.size());
+    for (std::size_t at = 0; options.pcxCompressed && at < planes.size(); at += lineBytes) {
+      const std::uint8_t* end = PackRuns({planes.data() + at, lineBytes}, packed.data());
+      out.Raw(packed.data(), static_cast<std::size_t>(end - packed.data()));
     }
   }
   if (shape.bits == 8 && shape.planes == 1) WritePalette(out, picture, shape.gray);

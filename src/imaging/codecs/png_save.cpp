@@ -151,10 +151,6 @@ void SetBlocks(Writer& writer, const FileBlocks& blocks, QByteArray& xmp, QByteA
                  reinterpret_cast<png_const_bytep>(blocks.profile.constData()),
                  static_cast<png_uint_32>(blocks.profile.size()));
   }
-  if (!blocks.exif.isEmpty()) {
-    png_set_eXIf_1(png, writer.Info(), static_cast<png_uint_32>(blocks.exif.size()),
-                   reinterpret_cast<png_bytep>(const_cast<char*>(blocks.exif.constData())));
-  }
   char none[] = "", xmpKey[] = "XML:com.adobe.xmp", iptcKey[] = "Raw profile type iptc";
   png_text text{};
   if (!blocks.xmp.isEmpty()) {
@@ -190,6 +186,11 @@ Result<QByteArray> SavePng(const QImage& given, const SaveOptions& options,
     SetHeader(writer, picture, options, layout);
     SetBlocks(writer, blocks, xmp, iptc);
     png_write_info(png, writer.Info());
+    // The library itself puts this chunk behind the picture, where some readers don't look.
+    if (!blocks.exif.isEmpty()) {
+      png_write_chunk(png, reinterpret_cast<png_const_bytep>("eXIf"), Bytes(blocks.exif).data(),
+                      Bytes(blocks.exif).size());
+    }
     if (layout.bits < 8 && picture.depth() == 8) png_set_packing(png);
     if (layout.flip) png_set_invert_mono(png);
     if (layout.bits == 16 && std::endian::native == std::endian::little) png_set_swap(png);
@@ -198,7 +199,7 @@ Result<QByteArray> SavePng(const QImage& given, const SaveOptions& options,
       for (int y = 0; y < picture.height(); ++y)
         png_write_row(png, layout.rows ? rows.Bytes(y) : picture.constScanLine(y));
     }
-    png_write_end(png, writer.Info());
+    png_write_end(png, nullptr);
   });
   if (!written) return WriteFailure(writer.Message());
   return out;

@@ -32,8 +32,9 @@ Shape ShapeOf(const QImage& picture) {
 }
 
 /// Runs as a signed byte n tells them: n + 1 plain bytes, or one byte 1 - n times. Two equal bytes
-/// in the middle of plain ones are no run, since that saves nothing.
-void AppendPacked(ByteWriter& out, ByteView row) {
+/// in the middle of plain ones are no run, since that saves nothing. `out` has room for twice the
+/// row; returns the end.
+std::uint8_t* PackRow(ByteView row, std::uint8_t* out) {
   constexpr std::size_t kMost = 128;
   const auto runAt = [&](std::size_t at) {
     std::size_t count = 1;
@@ -44,16 +45,19 @@ void AppendPacked(ByteWriter& out, ByteView row) {
   };
   for (std::size_t at = 0; at < row.size();) {
     if (const std::size_t run = runAt(at); run > 1) {
-      out.U8(1 - static_cast<std::int64_t>(run)).U8(row[at]);
+      *out++ = static_cast<std::uint8_t>(257 - run);
+      *out++ = row[at];
       at += run;
       continue;
     }
     std::size_t plain = 1;
     while (plain < kMost && at + plain < row.size() && runAt(at + plain) < 3)
       ++plain;
-    out.U8(static_cast<std::int64_t>(plain - 1)).Raw(row.data() + at, plain);
+    *out++ = static_cast<std::uint8_t>(plain - 1);
+    out = std::copy_n(row.data() + at, plain, out);
     at += plain;
   }
+  return out;
 }
 
 /// The colour as it looks on white, the way a merged picture is stored.
@@ -179,11 +183,13 @@ Result<QByteArray> SavePsd(const QImage& given, const SaveOptions&, const FileBl
   qsizetype countAt = out.Size();
   out.Zeros(qsizetype{2} * shape.planes * picture.height());
   PlaneRows rows(picture, shape);
+  std::vector<std::uint8_t> packed(static_cast<std::size_t>(picture.width()) * 4);
   for (int plane = 0; plane < shape.planes; ++plane) {
     for (int y = 0; y < picture.height(); ++y, countAt += 2) {
-      const qsizetype start = out.Size();
-      AppendPacked(out, rows.Row(static_cast<std::size_t>(plane), y));
-      out.Set16(countAt, out.Size() - start);
+      const std::uint8_t* end =
+          PackRow(rows.Row(static_cast<std::size_t>(plane), y), packed.data());
+      out.Raw(packed.data(), static_cast<std::size_t>(end - packed.data()));
+      out.Set16(countAt, end - packed.data());
     }
   }
   return out.Take();

@@ -11,8 +11,10 @@ constexpr int kIndexed = 1, kColour = 2, kGray = 3, kRuns = 8;  // kinds of pixe
 constexpr int kFromTop = 0x20;
 constexpr std::size_t kLongestPacket = 128;
 
-/// Packets of repeated or plain pixels, none over the end of a row.
-void AppendPackets(ByteWriter& out, const std::uint8_t* row, std::size_t count, std::size_t bytes) {
+/// Packets of repeated or plain pixels, none over the end of a row. `out` has room for a byte more
+/// a pixel; returns the end.
+std::uint8_t* PackRow(const std::uint8_t* row, std::size_t count, std::size_t bytes,
+                      std::uint8_t* out) {
   const auto same = [&](std::size_t a, std::size_t b) {
     return std::memcmp(row + a * bytes, row + b * bytes, bytes) == 0;
   };
@@ -22,16 +24,19 @@ void AppendPackets(ByteWriter& out, const std::uint8_t* row, std::size_t count, 
     while (run < most && same(at, at + run))
       ++run;
     if (run > 1) {
-      out.U8(0x80 | static_cast<std::int64_t>(run - 1)).Raw(row + at * bytes, bytes);
+      *out++ = static_cast<std::uint8_t>(0x80 | (run - 1));
+      out = std::copy_n(row + at * bytes, bytes, out);
       at += run;
       continue;
     }
     std::size_t plain = 1;
     while (plain < most && !(at + plain + 1 < count && same(at + plain, at + plain + 1)))
       ++plain;
-    out.U8(static_cast<std::int64_t>(plain - 1)).Raw(row + at * bytes, plain * bytes);
+    *out++ = static_cast<std::uint8_t>(plain - 1);
+    out = std::copy_n(row + at * bytes, plain * bytes, out);
     at += plain;
   }
+  return out;
 }
 
 struct Shape {
@@ -94,14 +99,15 @@ Result<QByteArray> SaveTga(const QImage& given, const SaveOptions& options, cons
   RowSource rows(picture, shape.kind == kGray ? RowFormat::Gray8
                           : bytes == 4        ? RowFormat::Rgba32
                                               : RowFormat::Rgb24);
-  std::vector<std::uint8_t> row(width * bytes);
+  std::vector<std::uint8_t> row(width * bytes), packed(width * (bytes + 1));
   for (int y = 0; y < picture.height(); ++y) {
     std::copy_n(shape.kind == kIndexed ? picture.constScanLine(y) : rows.Bytes(y), row.size(),
                 row.begin());
     for (std::size_t at = 0; shape.kind == kColour && at < row.size(); at += bytes)
       std::swap(row[at], row[at + 2]);
     if (options.tgaCompressed) {
-      AppendPackets(out, row.data(), width, bytes);
+      const std::uint8_t* end = PackRow(row.data(), width, bytes, packed.data());
+      out.Raw(packed.data(), static_cast<std::size_t>(end - packed.data()));
     } else {
       out.Raw(row.data(), row.size());
     }
