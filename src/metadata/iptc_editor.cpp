@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "metadata/iptc_editor.h"
+
+#include <algorithm>
+
+#include "metadata/value_tables.h"
+
+namespace zqm {
+
+int FindIptcField(QStringView caption) {
+  const std::span<const IptcField> fields = IptcDatasets();
+  const auto found = std::ranges::find_if(fields, [caption](const IptcField& row) {
+    return caption.compare(QStringView(row.field.caption), Qt::CaseInsensitive) == 0;
+  });
+  return found == fields.end() ? -1 : static_cast<int>(found - fields.begin());
+}
+
+QStringList UrgencyItems() {
+  constexpr int kLeastUrgent = 8;
+  QStringList items;
+  for (int urgency = 1; urgency <= kLeastUrgent; ++urgency)
+    items.append(tables::kUrgency.Translate(QString::number(urgency)));
+  return items;
+}
+
+int FindUrgency(const QString& text) {
+  return static_cast<int>(UrgencyItems().indexOf(tables::kUrgency.Translate(text)));
+}
+
+QString IptcValue(const IptcField& field, const QString& typed) {
+  if (field.dataset != kUrgencyDataset) return typed;
+  const int item = FindUrgency(typed);
+  return item < 0 ? QString() : QString::number(item + 1);
+}
+
+}  // namespace zqm
