@@ -277,24 +277,22 @@ std::optional<QString> ExifValue(const ExifField& field, const QString& typed) {
   return date ? std::optional(ExifDateText(*date)) : std::nullopt;
 }
 
-Outcome CheckTyped(const ExifField& field, const QString& typed) {
+Result<QString> TypedText(const ExifField& field, const QString& text) {
   const auto refuse = [&](const QString& why) {
     return Failure{QString::fromUtf16(field.caption) + u": "_s + why};
   };
-  const bool times = field.kind == Shutter || field.kind == Exposure;
-  const QString number = times && IsFast(typed) ? FastDenominator(typed) : typed;
-  switch (field.kind) {
-    case Text:
-      return {};
-    case List:
-      if (FindListItem(field, typed) >= 0) return {};
-      return refuse(u"one of \""_s + ListItems(field).join(u"\", \""_s) + u"\""_s);
-    case Date:
-      return TypedDate(typed) ? Outcome() : refuse(u"not a date: "_s + typed);
-    default:
-      return number.isEmpty() || IsNumeric(number) ? Outcome()
-                                                   : refuse(u"not a number: "_s + typed);
+  if (field.kind == Text) return text;
+  if (field.kind == Date && TypedDate(text)) return text;
+  if (field.kind == Date) return refuse(u"not a date: "_s + text);
+  if (field.kind == List) {
+    const QStringList items = ListItems(field);
+    if (const int item = FindListItem(field, text); item >= 0) return items.at(item);
+    return refuse(u"one of \""_s + items.join(u"\", \""_s) + u"\""_s);
   }
+  const bool fast = (field.kind == Shutter || field.kind == Exposure) && IsFast(text);
+  const QString number = fast ? FastDenominator(text) : text;
+  if (number.isEmpty() || IsNumeric(number)) return text;
+  return refuse(u"not a number: "_s + text);
 }
 
 QString ConvertedNumber(const QString& text) {

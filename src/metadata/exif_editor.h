@@ -56,8 +56,9 @@ int FindListItem(const ExifField& field, const QString& text);
 
 /// The value for the field's key; nothing when the text means that none is written.
 std::optional<QString> ExifValue(const ExifField& field, const QString& typed);
-/// Why nobody could have typed or picked this text, in words for the user; or that it can be.
-Outcome CheckTyped(const ExifField& field, const QString& typed);
+/// A text from elsewhere as the field's input holds it, list items in the list's spelling; or why
+/// nobody could have typed or picked it.
+Result<QString> TypedText(const ExifField& field, const QString& text);
 
 /// Every "," as ".".
 QString ConvertedNumber(const QString& text);

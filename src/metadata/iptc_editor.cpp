@@ -5,6 +5,8 @@
 
 #include "metadata/value_tables.h"
 
+using namespace Qt::StringLiterals;
+
 namespace zqm {
 
 int FindIptcField(QStringView caption) {
@@ -31,6 +33,14 @@ QString IptcValue(const IptcField& field, const QString& typed) {
   if (field.dataset != kUrgencyDataset) return typed;
   const int item = FindUrgency(typed);
   return item < 0 ? QString() : QString::number(item + 1);
+}
+
+Result<QString> TypedText(const IptcField& field, const QString& text) {
+  if (field.dataset != kUrgencyDataset || text.isEmpty()) return text;
+  const int item = FindUrgency(text);
+  if (item >= 0) return UrgencyItems().at(item);
+  return Failure{QString::fromUtf16(field.field.caption) + u": one of \""_s +
+                 UrgencyItems().join(u"\", \""_s) + u"\""_s};
 }
 
 }  // namespace zqm

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "metadata/decoding.h"
+#include "shell/result.h"
 
 namespace zqm {
 
@@ -23,5 +24,7 @@ int FindUrgency(const QString& text);
 
 /// What is written for a text: the text itself, of an urgency its digit, "" when it is none.
 QString IptcValue(const IptcField& field, const QString& typed);
+/// A text from elsewhere as the field's input holds it, or why nobody could have picked it.
+Result<QString> TypedText(const IptcField& field, const QString& text);
 
 }  // namespace zqm

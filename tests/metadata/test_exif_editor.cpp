@@ -191,14 +191,15 @@ TEST(ExifEditor, OnlyWhatCouldBeTypedOrPickedIsTaken) {
            {u"Flash Mode", u"no flash"_s},
            {u"Sensing Method", u"Color sequential area sensor"_s},
            {u"Date/Time Original", u"2007:02:03 04:05:06"_s}})
-    EXPECT_TRUE(CheckTyped(Field(field), typed)) << typed.toStdString();
+    EXPECT_TRUE(TypedText(Field(field), typed)) << typed.toStdString();
   for (const auto& [field, typed] : std::initializer_list<std::pair<const char16_t*, QString>>{
            {u"F-number", u"2,8"_s},
            {u"Shutter Speed", u"1/x"_s},
            {u"Flash Mode", u"Maybe"_s},
            {u"Flash Mode", QString()},
            {u"Date/Time Original", u"2007:02:31 04:05:06"_s}})
-    EXPECT_FALSE(CheckTyped(Field(field), typed)) << typed.toStdString();
+    EXPECT_FALSE(TypedText(Field(field), typed)) << typed.toStdString();
+  EXPECT_EQ(*TypedText(Field(u"Flash Mode"), u"no flash"_s), u"No Flash"_s);
   EXPECT_EQ(FindExifField(u"Color"), -1);
   EXPECT_EQ(ExifEditFields().size(), 38U);
 }
