@@ -34,11 +34,12 @@ struct Arguments {
   bool recursive = false;
   std::string notes, author, date;
   std::string file, out;
+  std::string kind;
   std::string keywords, from, to, column, name, oldFolder, newFolder;
   bool any = false, printSql = false, overwrite = false, preview = false;
   std::optional<std::string> text, searchFor, newName;
   std::string start = "1", replaceBy;
-  std::vector<std::string> ratings, categories, filters;
+  std::vector<std::string> ratings, categories, filters, settings;
   std::optional<std::string> setNotes, setAuthor, setDate, setRating, setCategories, setTags,
       setFlag;
 
@@ -304,6 +305,68 @@ void DeclareFileWork(CLI::App& app, Arguments& a, Command& chosen) {
   });
 }
 
+/// The captions of an editor, for its help.
+template <class Fields, class Caption>
+std::string Captions(const Fields& fields, Caption caption) {
+  QStringList captions;
+  for (const auto& field : fields)
+    captions.append(QString::fromUtf16(caption(field)));
+  return captions.join(QStringLiteral(", ")).toStdString();
+}
+
+void DeclareMetadata(CLI::App& app, Arguments& a, Command& chosen) {
+  const auto edit = [&](const char* name, const char* description, const char* example, auto run,
+                        const std::string& fields) {
+    auto* command = app.add_subcommand(name, description);
+    command->add_option("--set", a.settings, example)
+        ->type_name("\"FIELD=TEXT\"")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    AddPaths(*command, "FILE", a.files, "Photo files");
+    command->footer("Fields: " + fields +
+                    ".\nEach file is stamped with this program as its last writer, also without "
+                    "any --set.");
+    Does(command, chosen, [&a, run] {
+      return run(a.Global(), {ToTexts(a.settings), ToTexts(a.files)}, a.MakeConsole());
+    });
+  };
+  edit("exif", "Write EXIF fields into TIFF and JPEG files; their rows follow",
+       "A field's new value, such as \"Camera Make=Canon\" or \"Shutter Speed=1/250\"; repeat "
+       "for more fields",
+       RunExif, Captions(ExifEditFields(), [](const ExifField& field) { return field.caption; }));
+  edit("iptc", "Write IPTC fields into TIFF, PSD and JPEG files; their rows follow",
+       "A field's new value, such as \"City=Graz\"; an empty one empties the field; repeat for "
+       "more fields",
+       RunIptc,
+       Captions(IptcDatasets(), [](const IptcField& field) { return field.field.caption; }));
+
+  auto* exports = app.add_subcommand("export", "Write a text file with the metadata of each photo");
+  exports->add_option("KIND", a.kind, "exif, iptc or gps")
+      ->required()
+      ->check(CLI::IsMember({"exif", "iptc", "gps"}).description(""));
+  exports->add_option("--to", a.to, "The folder for the texts; those of the same name are replaced")
+      ->type_name("DIR")
+      ->required()
+      ->check(kNotEmpty);
+  AddPaths(*exports, "FILE", a.files, "Photo files; those that are away are read from their rows");
+  Does(exports, chosen, [&a] {
+    const MetadataKind kind = a.kind == "exif"   ? MetadataKind::Exif
+                              : a.kind == "iptc" ? MetadataKind::Iptc
+                                                 : MetadataKind::Gps;
+    return RunExport(a.Global(), {kind, ToText(a.to), ToTexts(a.files)}, a.MakeConsole());
+  });
+
+  auto* strip = app.add_subcommand("strip", "Remove all EXIF or all IPTC data from files");
+  strip->add_option("KIND", a.kind, "exif (with all GPS positions) or iptc")
+      ->required()
+      ->check(CLI::IsMember({"exif", "iptc"}).description(""));
+  AddPaths(*strip, "FILE", a.files, "TIFF, PSD and JPEG files");
+  Does(strip, chosen, [&a] {
+    return RunStrip(a.Global(), a.kind == "exif" ? MetadataBlock::Exif : MetadataBlock::Iptc,
+                    ToTexts(a.files), a.MakeConsole());
+  });
+}
+
 /// Declares every command and makes `chosen` what the given one does.
 void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   DeclareGlobal(app, a);
@@ -312,6 +375,7 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   DeclareValues(app, a, chosen);
   DeclareMaintenance(app, a, chosen);
   DeclareFileWork(app, a, chosen);
+  DeclareMetadata(app, a, chosen);
 }
 
 /// Standard error is for the user's files; what the toolkit notes about its surroundings is not.

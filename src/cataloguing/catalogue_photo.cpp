@@ -5,10 +5,14 @@
 
 namespace zqm {
 
-void UpdatefromForm3(const MetadataRecord& record, const QByteArray& thumbnail,
-                     PhotoRecordset& photos) {
+void CopyRecord(const MetadataRecord& record, PhotoRecordset& photos) {
   for (const Column column : RecordColumns())
     photos.SetField(column, record.Text(column));
+}
+
+void UpdatefromForm3(const MetadataRecord& record, const QByteArray& thumbnail,
+                     PhotoRecordset& photos) {
+  CopyRecord(record, photos);
   photos.WriteThumbnail(thumbnail);
 }
 

@@ -12,6 +12,9 @@
 
 namespace zqm {
 
+/// Copies the record to the current row; the thumbnail stays too. As below otherwise.
+void CopyRecord(const MetadataRecord& record, PhotoRecordset& photos);
+
 /// Copies the record and the thumbnail to the current row. `Photo`, `Flag` and the user's columns
 /// stay as they are. Commits nothing.
 void UpdatefromForm3(const MetadataRecord& record, const QByteArray& thumbnail,

@@ -370,16 +370,7 @@ constexpr GpsRow kGpsRows[] = {
     {{u"GPS Date Stamp", {}}, u"EXIF_GPSDateStamp", TextAsRead},
 };
 
-// Datasets of the IPTC application record.
-
-struct IptcRow {
-  MetadataField field;
-  int dataset;
-};
-
-constexpr int kIptcRecord = 2;
-constexpr int kUrgencyDataset = 10;
-constexpr IptcRow kIptcRows[] = {
+constexpr IptcField kIptcRows[] = {
     {{u"Caption", Column::Caption}, 120},
     {{u"Writer", Column::Writer}, 122},
     {{u"Headline", Column::Headline}, 105},
@@ -428,6 +419,9 @@ std::vector<const MetadataField*> GpsFields() {
 std::vector<const MetadataField*> IptcFields() {
   return FieldsOf(kIptcRows);
 }
+std::span<const IptcField> IptcDatasets() {
+  return kIptcRows;
+}
 
 DecodedExif DecodeExif(const FileParameters& parameters, DecodeFor target) {
   DecodedExif decoded;
@@ -450,7 +444,7 @@ std::vector<DecodedField> DecodeGps(const FileParameters& parameters) {
 std::vector<DecodedField> DecodeIptc(const FileParameters& parameters) {
   const IptcList& iptc = parameters.Iptc();
   std::vector<DecodedField> fields;
-  for (const IptcRow& row : kIptcRows)
+  for (const IptcField& row : kIptcRows)
     AddField(fields, row.field, iptc.Get(iptc.Find(kIptcRecord, row.dataset)),
              row.dataset == kUrgencyDataset ? Lettered<&tables::kUrgency> : TextAsRead);
   return fields;

@@ -23,6 +23,14 @@ struct MetadataField {
   std::optional<Column> column;
 };
 
+/// A line of the IPTC page and its dataset of `kIptcRecord`.
+struct IptcField {
+  MetadataField field;
+  int dataset;
+};
+inline constexpr int kIptcRecord = 2;  ///< the application record
+inline constexpr int kUrgencyDataset = 10;
+
 struct DecodedField {
   const MetadataField* field;
   QString text;
@@ -56,6 +64,7 @@ struct DecodedExif {
 std::vector<const MetadataField*> ExifFields();
 std::vector<const MetadataField*> GpsFields();
 std::vector<const MetadataField*> IptcFields();
+std::span<const IptcField> IptcDatasets();
 
 /// The EXIF page. Empty for a file without EXIF (`EXIF_HASEXIF` 0).
 DecodedExif DecodeExif(const FileParameters& parameters, DecodeFor target);

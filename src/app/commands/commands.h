@@ -5,9 +5,11 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <optional>
 
 #include "app/commands/console.h"
+#include "batch/edit_metadata.h"
 #include "batch/rename_photos.h"
 #include "session/session.h"
 
@@ -26,6 +28,16 @@ struct OpenedSession {
   int exitCode = kExitDone;
 };
 OpenedSession OpenSession(const GlobalOptions& options, bool writing, const Console& console);
+
+/// Runs over files in an opened session and reports; `word` is the JSON document's key for the
+/// number of files done.
+using FileWork = std::function<BatchResult(Catalogue& catalogue, const BatchObserver& observer)>;
+int RunOver(const GlobalOptions& global, bool writing, const BatchTexts& texts, const char* word,
+            const FileWork& work, const Console& console);
+/// Absolute paths, as the user gave them: a photo named twice is worked on twice.
+QStringList PhotosOf(const QStringList& files);
+/// That a folder to write into isn't there.
+int RefuseFolder(const QString& folder, const Console& console);
 
 struct CatalogOptions {
   QStringList folders;  ///< files are taken too
@@ -80,6 +92,22 @@ struct RenameFiles {
   QStringList files;
 };
 int RunRename(const GlobalOptions& global, const RenameFiles& files, const Console& console);
+
+struct MetadataEdit {
+  QStringList settings;  ///< "Caption=text", captions as the editor's check boxes have them
+  QStringList files;
+};
+int RunExif(const GlobalOptions& global, const MetadataEdit& edit, const Console& console);
+int RunIptc(const GlobalOptions& global, const MetadataEdit& edit, const Console& console);
+
+struct ExportFiles {
+  MetadataKind kind;
+  QString to;  ///< a folder that stands
+  QStringList files;
+};
+int RunExport(const GlobalOptions& global, const ExportFiles& options, const Console& console);
+int RunStrip(const GlobalOptions& global, MetadataBlock block, const QStringList& files,
+             const Console& console);
 
 int RunInfo(const QStringList& files, const Console& console);
 int RunRow(const GlobalOptions& global, const QStringList& files, const Console& console);

@@ -12,21 +12,21 @@
 using namespace Qt::StringLiterals;
 
 namespace zqm {
-namespace {
 
-/// As the user gave them, so that a photo named twice is worked on twice.
-QStringList Photos(const QStringList& files) {
+QStringList PhotosOf(const QStringList& files) {
   QStringList paths;
   for (const QString& file : files)
     paths.append(AbsolutePath(file));
   return paths;
 }
 
-using Work = std::function<BatchResult(Catalogue& catalogue, const BatchObserver& observer)>;
+int RefuseFolder(const QString& folder, const Console& console) {
+  return console.Refuse(OnOneLine(folder) + u": "_s + QString::fromUtf16(kReasonMissing));
+}
 
-int RunOver(const GlobalOptions& global, const BatchTexts& texts, const char* word,
-            const Work& work, const Console& console) {
-  const OpenedSession opened = OpenSession(global, true, console);
+int RunOver(const GlobalOptions& global, bool writing, const BatchTexts& texts, const char* word,
+            const FileWork& work, const Console& console) {
+  const OpenedSession opened = OpenSession(global, writing, console);
   if (!opened.session) return opened.exitCode;
   const BatchResult result = work(opened.session->ActiveCatalogue(), [&](const BatchProgress& at) {
     console.Progress(QString::fromUtf16(texts.wait) + u" %1%"_s.arg(at.Percent()));
@@ -37,14 +37,11 @@ int RunOver(const GlobalOptions& global, const BatchTexts& texts, const char* wo
                         result.failures);
 }
 
-}  // namespace
-
 int RunCarry(const GlobalOptions& global, Carrying what, const CarryFiles& options,
              const Console& console) {
-  const QStringList photos = Photos(options.files);
+  const QStringList photos = PhotosOf(options.files);
   const QString folder = AbsolutePath(options.to);
-  if (!FolderExists(folder))
-    return console.Refuse(OnOneLine(folder) + u": "_s + QString::fromUtf16(kReasonMissing));
+  if (!FolderExists(folder)) return RefuseFolder(folder, console);
   const bool moves = what == Carrying::Move;
   const auto usable =
       PreparePhotos(*FindPhotoCommand(moves ? kMoveCommand : kCopyCommand), photos, {});
@@ -53,7 +50,7 @@ int RunCarry(const GlobalOptions& global, Carrying what, const CarryFiles& optio
                            options.overwrite ? ExistingFiles::Overwrite : ExistingFiles::Skip};
   const auto run = moves ? MovePhotos : CopyPhotos;
   return RunOver(
-      global, moves ? carry_text::kMove : carry_text::kCopy, moves ? "Moved" : "Copied",
+      global, true, moves ? carry_text::kMove : carry_text::kCopy, moves ? "Moved" : "Copied",
       [&](Catalogue& catalogue, const BatchObserver& observer) {
         return run(catalogue, photos, carry, nullptr, observer);
       },
@@ -65,10 +62,10 @@ int RunDelete(const GlobalOptions& global, Deleting what, const QStringList& fil
   const bool deletes = what == Deleting::FromDisk;
   const auto run = deletes ? DeletePhotos : RemovePhotos;
   return RunOver(
-      global, deletes ? delete_text::kDelete : delete_text::kRemove,
+      global, true, deletes ? delete_text::kDelete : delete_text::kRemove,
       deletes ? "Deleted" : "Removed",
       [&](Catalogue& catalogue, const BatchObserver& observer) {
-        return run(catalogue, Photos(files), nullptr, observer);
+        return run(catalogue, PhotosOf(files), nullptr, observer);
       },
       console);
 }
@@ -76,13 +73,13 @@ int RunDelete(const GlobalOptions& global, Deleting what, const QStringList& fil
 int RunRename(const GlobalOptions& global, const RenameFiles& files, const Console& console) {
   const RenameOptions& options = files.options;
   if (const Outcome valid = CheckRename(options); !valid) return console.Refuse(valid.Reason());
-  const QStringList photos = Photos(files.files);
+  const QStringList photos = PhotosOf(files.files);
   if (options.mode == RenameMode::SingleFile && photos.size() > 1)
     return console.Refuse(u"--name: for a single file only"_s);
   const QStringList names = RenamePreview(photos, options);
   if (!files.preview)
     return RunOver(
-        global, rename_text::kRename, "Renamed",
+        global, true, rename_text::kRename, "Renamed",
         [&](Catalogue& catalogue, const BatchObserver& observer) {
           return RenamePhotos(catalogue, photos, names, nullptr, observer);
         },
