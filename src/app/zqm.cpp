@@ -43,6 +43,13 @@ struct Arguments {
   std::optional<std::string> setNotes, setAuthor, setDate, setRating, setCategories, setTags,
       setFlag;
 
+  std::string format, turn, dpi = "72", filter = "Fast linear";
+  std::optional<std::string> toFolder, width, height;
+  int sharpen = 0;
+  bool catalogueOutput = false;
+
+  PictureOutput Output() const;
+  ResizeFiles Resize() const;
   GlobalOptions Global() const { return {ToText(home), ToText(catalogue)}; }
   Console MakeConsole() const { return Console(json); }
 };
@@ -305,6 +312,78 @@ void DeclareFileWork(CLI::App& app, Arguments& a, Command& chosen) {
   });
 }
 
+PictureOutput Arguments::Output() const {
+  return {ToText(toFolder), overwrite, catalogueOutput, ToTexts(files)};
+}
+
+ResizeFiles Arguments::Resize() const {
+  ResizeOptions options;
+  options.autoWidth = !width;
+  options.autoHeight = !height;
+  options.width = ToText(width).value_or(options.width);
+  options.height = ToText(height).value_or(options.height);
+  options.dpi = ToText(dpi);
+  options.filter = FindResampleFilter(ToText(filter)).value_or(options.filter);
+  options.sharpen = sharpen;
+  return {options, Output()};
+}
+
+void AddOutput(CLI::App& command, Arguments& a) {
+  command.add_option("--to", a.toFolder, "The folder")->type_name("DIR")->check(kNotEmpty);
+  command.add_flag("--overwrite", a.overwrite, "Overwrite existing files instead of skipping them");
+  command.add_flag("--catalog", a.catalogueOutput, "Catalog the files that are written");
+  AddPaths(command, "FILE", a.files, "Photo files");
+}
+
+void DeclarePictureWork(CLI::App& app, Arguments& a, Command& chosen) {
+  auto* convert = app.add_subcommand("convert", "Write photos in another format");
+  convert
+      ->add_option("--format", a.format,
+                   "BMP, GIF, JPG, PCX, PNG, PSD, TGA, TIF, J2K or JP2; beside the source without "
+                   "--to")
+      ->type_name("FORMAT")
+      ->required();
+  convert->add_option("--option", a.settings, "A save key and its number, JPEG_QUALITY=80")
+      ->type_name("KEY=VALUE")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  AddOutput(*convert, a);
+  Does(convert, chosen, [&a] {
+    return RunConvert(a.Global(), {ToText(a.format), ToTexts(a.settings), a.Output()},
+                      a.MakeConsole());
+  });
+
+  auto* resize = app.add_subcommand(
+      "resize", "Give photos another size, over themselves or, with --to, as files in a folder");
+  auto* sides = resize->add_option_group("Size", "One side follows the other when left out");
+  sides->add_option("--width", a.width, "Pixels")->type_name("N");
+  sides->add_option("--height", a.height, "Pixels")->type_name("N");
+  sides->require_option(1, 2);
+  resize->add_option("--dpi", a.dpi, "Dots per inch, 72 without it")->type_name("N");
+  resize
+      ->add_option("--filter", a.filter,
+                   "\"Fast linear\" (without it), Bilinear, Bicubic, Lanczos3 …")
+      ->type_name("NAME")
+      ->check([](const std::string& name) {
+        return FindResampleFilter(ToText(name)) ? std::string() : "unknown filter: " + name;
+      });
+  resize->add_option("--sharpen", a.sharpen, "0 to 100")->type_name("N")->check(CLI::Range(0, 100));
+  AddOutput(*resize, a);
+  Does(resize, chosen, [&a] { return RunResize(a.Global(), a.Resize(), a.MakeConsole()); });
+
+  auto* rotate = app.add_subcommand("rotate", "Turn or mirror photos in their place");
+  rotate->add_option("WAY", a.turn, "cw, ccw, 180, flip-v or flip-h")
+      ->required()
+      ->check(CLI::IsMember({"cw", "ccw", "180", "flip-v", "flip-h"}));
+  AddPaths(*rotate, "FILE", a.files, "Photo files");
+  Does(rotate, chosen, [&a] {
+    const QString word = ToText(a.turn);
+    const auto turn = std::ranges::find_if(
+        Turns(), [&](const Turn& known) { return word == QStringView(known.word); });
+    return RunRotate(a.Global(), *turn, ToTexts(a.files), a.MakeConsole());
+  });
+}
+
 /// The captions of an editor, for its help.
 template <class Fields, class Caption>
 std::string Captions(const Fields& fields, Caption caption) {
@@ -375,6 +454,7 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   DeclareValues(app, a, chosen);
   DeclareMaintenance(app, a, chosen);
   DeclareFileWork(app, a, chosen);
+  DeclarePictureWork(app, a, chosen);
   DeclareMetadata(app, a, chosen);
 }
 

@@ -20,6 +20,10 @@ class BrowserView {
   virtual void RemovePhoto(const QString&) {}
   /// The same photo under another path.
   virtual void RenamePhoto(const QString& /*path*/, const QString& /*newPath*/) {}
+  /// A photo's picture is another one: its thumbnails are made anew.
+  virtual void ShowChanged(const QString& /*path*/) {}
+  /// A photo was written, over one that stood there or new, and is catalogued now or not.
+  virtual void ShowWritten(const QString& /*path*/, bool /*catalogued*/) {}
   /// A run over files is through: what is shown of the selection is read again.
   virtual void Live() {}
 };

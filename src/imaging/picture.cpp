@@ -66,7 +66,7 @@ Outcome Picture::LoadFromFile(const QString& path) {
 
 // What encoding the picture anew will need of the file.
 void Picture::KeepBlocks(const SourceFile& source) {
-  severalPages_ = HasSeveralPages(source.View(), *source.codec);
+  severalPages_ = zqm::HasSeveralPages(source.View(), *source.codec);
   const ExifStore& exif = parameters_.Exif();
   // A JPEG's block goes along as it stands: so do the offsets in its maker note.
   exif_ = source.codec == &kJpegCodec ? JpegExif(source.View()) : QByteArray();
@@ -139,21 +139,28 @@ FileBlocks Picture::Blocks() const {
   return blocks;
 }
 
-Result<QByteArray> Picture::Encode(const Codec& codec) const {
+Result<QByteArray> Picture::Encode(const Codec* codec) {
+  if (!codec || !codec->save) return Failure{QString::fromUtf16(kReasonNotWritable)};
   if (image_.isNull()) return Failure{u"There is no picture to save"_s};
-  return codec.save(image_, ReadSaveOptions(parameters_), Blocks());
+  PrepareSave();
+  return codec->save(image_, ReadSaveOptions(parameters_), Blocks());
+}
+
+Result<QByteArray> Picture::EncodeAs(const QString& extension) {
+  return Encode(CodecForSaving(extension));
+}
+
+Result<QByteArray> Picture::EncodeOver() {
+  if (severalPages_) return Failure{QString::fromUtf16(kReasonSeveralPages)};
+  return Encode(codec_);
 }
 
 Outcome Picture::SaveToFile(const QString& path) {
   const bool overSource = codec_ && platform::SameFile(path, source_);
   if (overSource && ReadOnlyFile(path)) return Failure{QString::fromUtf16(kReasonPermission)};
   if (overSource && PixelsUntouched() && CanRewriteMetadata(*codec_)) return SaveMetadata(path);
-  const Codec* codec = overSource ? codec_ : CodecForSaving(GetExtensionName(path).toLower());
-  if (!codec || !codec->save) return Failure{QString::fromUtf16(kReasonNotWritable)};
-  if (overSource && severalPages_)
-    return Failure{u"File has several pages and cannot be changed"_s};
-  PrepareSave();
-  const Result<QByteArray> file = Encode(*codec);
+  const Result<QByteArray> file =
+      overSource ? EncodeOver() : EncodeAs(GetExtensionName(path).toLower());
   return file ? WriteFileAtomically(path, *file) : Failure{file.Reason()};
 }
 

@@ -12,6 +12,12 @@
 
 namespace zqm {
 
+/// How whole pictures are loaded.
+struct PictureSettings {
+  QString rawWords;               ///< for `RAW_ExtraParams`
+  bool colourManagement = false;  ///< whether embedded profiles are applied
+};
+
 /// One picture with the parameters of its file. What windows show and what hidden work is done on.
 /// Broken or unknown files are outcomes with a reason and leave the picture empty. A value.
 class Picture {
@@ -34,6 +40,13 @@ class Picture {
   /// EXIF, IPTC, XMP and the colour profile go along where the format holds them. `DPIX`, `DPIY`
   /// and the save options are heeded. Formats that can't be written: `kReasonNotWritable`.
   Outcome SaveToFile(const QString& path);
+  /// The bytes of the picture encoded anew in the format of an extension (lower case, without "."),
+  /// or, as a change of the file that it was loaded from, in that one's. Reasons as above.
+  /// Thread-safe on different pictures.
+  Result<QByteArray> EncodeAs(const QString& extension);
+  Result<QByteArray> EncodeOver();
+  /// Whether the file that it was loaded from holds further pictures.
+  bool HasSeveralPages() const { return severalPages_; }
   /// Brings the EXIF block in step with the pixels: their number and the thumbnail. Before each
   /// save in which they may have changed; doing it again changes nothing.
   void PrepareSave();
@@ -63,14 +76,17 @@ class Picture {
   void Clear();
   void AssignTo(Picture& other) const { other.image_ = image_; }
 
-  /// Whether embedded profiles are applied on loading.
-  void SetColourManagement(bool on) { colourManagement_ = on; }
+  /// For the loading to come.
+  void SetSettings(const PictureSettings& settings) {
+    SetIOProperty(u"RAW_ExtraParams", settings.rawWords);
+    colourManagement_ = settings.colourManagement;
+  }
 
  private:
   LoadOptions Options(const QString& path) const;
   bool PixelsUntouched() const { return image_.cacheKey() == loadedPixels_; }
   Outcome SaveMetadata(const QString& path) const;
-  Result<QByteArray> Encode(const Codec& codec) const;
+  Result<QByteArray> Encode(const Codec* codec);
   void KeepBlocks(const SourceFile& source);
   FileBlocks Blocks() const;
 
@@ -84,5 +100,7 @@ class Picture {
   FileParameters parameters_;
   bool colourManagement_ = false;
 };
+
+inline constexpr char16_t kReasonSeveralPages[] = u"File has several pages and cannot be changed";
 
 }  // namespace zqm

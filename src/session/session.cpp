@@ -216,6 +216,18 @@ ReadRequest Session::ReadSettings() const {
   return request;
 }
 
+PictureSettings Session::WorkSettings() const {
+  return {RAWSettings(settings_.RAWView, settings_.RAWWhiteBalance), settings_.CMS == u"true"};
+}
+
+PictureSettings Session::FormatSettings() const {
+  return {RAWFormatSettings(settings_), settings_.CMS == u"true"};
+}
+
+QString RAWFormatSettings(const Settings& settings) {
+  return RAWSettings(settings.RAWBatch, settings.RAWWhiteBalance);
+}
+
 QString RAWSettings(const QString& quality, const QString& whiteBalance) {
   QStringList words;
   if (quality == u"-e" || quality == u"-h") words.append(quality);

@@ -10,6 +10,7 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/core_database.h"
 #include "imaging/photo_reader.h"
+#include "imaging/picture.h"
 #include "session/home_lock.h"
 #include "shell/result.h"
 #include "shell/session_folders.h"
@@ -54,6 +55,9 @@ class Session {
 
   /// How files are read for viewing and cataloguing under the current settings.
   ReadRequest ReadSettings() const;
+  /// How whole pictures are loaded for work on them, and for `RAWFormatSettings`.
+  PictureSettings WorkSettings() const;
+  PictureSettings FormatSettings() const;
 
  private:
   Outcome FirstRun() const;
@@ -69,6 +73,9 @@ class Session {
 /// The words for the RAW decoder: `quality` "-e", "-h" or "f" (which gives none), `whiteBalance`
 /// "-a" or "-w", joined by a blank.
 QString RAWSettings(const QString& quality, const QString& whiteBalance);
+
+/// The words for conversions into other formats, which have a quality of their own.
+QString RAWFormatSettings(const Settings& settings);
 
 /// Whether a catalogue file of this many bytes calls for a new one.
 bool CatalogueTooLarge(qint64 bytes);

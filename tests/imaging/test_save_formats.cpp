@@ -204,7 +204,7 @@ FileBlocks SampleBlocks() {
   const QByteArray jpeg =
       test::SampleJpeg(16, 12, {{u"EXIF_Make", u"Maker"}, {u"EXIF_Model", u"Model 1"}});
   FileBlocks blocks;
-  blocks.exif = FileParameters::Read(Bytes(jpeg), kJpegCodec, {}, u"a.jpg"_s).ExifBlock();
+  blocks.exif = FileParameters::Read(Bytes(jpeg), kJpegCodec, {}, u"a.jpg"_s).Exif().EncodeExif();
   IptcList iptc;
   iptc.Add(2, 120, u"Grüße aus Graz"_s);
   iptc.Add(2, 25, u"one"_s);

@@ -289,7 +289,7 @@ TEST_F(Saving, TiffOfEveryCompressionAndPhotometric) {
         EXPECT_EQ(qGray(red), 0) << qUtf8Printable(name);
         EXPECT_EQ(qGray(white), 255) << qUtf8Printable(name);
       } else if (photometric == 0 || photometric == 1) {
-        EXPECT_NEAR(qGray(red), qGray(200, 60, 40), 3) << qUtf8Printable(name);
+        EXPECT_NEAR(qGray(red), 100, 2) << qUtf8Printable(name);
         EXPECT_NEAR(qGray(white), 241, 3) << qUtf8Printable(name);
       } else {
         EXPECT_NEAR(qRed(red), 200, 6) << qUtf8Printable(name);
@@ -320,7 +320,7 @@ TEST_F(Saving, JpegOptionsHaveTheirEffect) {
                                                       : space < 3 ? u"3"_s
                                                                   : u"4"_s);
     if (space == 1) {
-      EXPECT_NEAR(qGray(pixel), qGray(180, 90, 45), 3);
+      EXPECT_NEAR(qGray(pixel), 112, 3);
     } else {
       EXPECT_NEAR(qRed(pixel), 180, 4) << space;
       EXPECT_NEAR(qBlue(pixel), 45, 4) << space;

@@ -11,6 +11,8 @@
 #include "app/commands/console.h"
 #include "batch/edit_metadata.h"
 #include "batch/rename_photos.h"
+#include "batch/resize_photos.h"
+#include "batch/rotate_photos.h"
 #include "session/session.h"
 
 namespace zqm {
@@ -115,5 +117,29 @@ int RunThumbnail(const GlobalOptions& global, const QString& file, const QString
                  const Console& console);
 int RunCatalogues(const GlobalOptions& global, const Console& console);
 int RunDemo(const QString& folder, const Console& console);
+
+/// Where pictures are put; without `to`, beside or over their source.
+struct PictureOutput {
+  std::optional<QString> to;
+  bool overwrite = false;
+  bool catalogue = false;
+  QStringList files;
+};
+
+struct ConvertFiles {
+  QString format;
+  QStringList options;  ///< "KEY=VALUE"
+  PictureOutput output;
+};
+int RunConvert(const GlobalOptions& global, const ConvertFiles& files, const Console& console);
+
+struct ResizeFiles {
+  ResizeOptions options;
+  PictureOutput output;
+};
+int RunResize(const GlobalOptions& global, const ResizeFiles& files, const Console& console);
+
+int RunRotate(const GlobalOptions& global, const Turn& turn, const QStringList& files,
+              const Console& console);
 
 }  // namespace zqm

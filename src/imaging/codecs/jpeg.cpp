@@ -15,6 +15,7 @@
 #include "imaging/codecs/embedded_blocks.h"
 #include "imaging/colour.h"
 #include "imaging/jpeg_segments.h"
+#include "imaging/raster.h"
 #include "imaging/row_sink.h"
 #include "imaging/thumbnail.h"
 
@@ -256,8 +257,7 @@ void SetUp(jpeg_compress_struct& info, J_COLOR_SPACE colours, const SaveOptions&
   // The best quality keeps the colours of each pixel.
   if (options.jpegQuality < 100) return;
   info.comp_info[0].h_samp_factor = info.comp_info[0].v_samp_factor = 1;
-  if (colours == JCS_YCCK)
-    info.comp_info[3].h_samp_factor = info.comp_info[3].v_samp_factor = 1;
+  if (colours == JCS_YCCK) info.comp_info[3].h_samp_factor = info.comp_info[3].v_samp_factor = 1;
 }
 
 void SetDensity(jpeg_compress_struct& info, const FileBlocks& blocks) {
@@ -273,9 +273,10 @@ Result<QByteArray> Compress(const QImage& picture, const SaveOptions& options,
     return Failure{QStringLiteral("File format cannot be written: the picture is too large")};
   const J_COLOR_SPACE colours = ColourSpaceOf(picture, options);
   // The library takes gray samples only for a gray file, colours for any.
-  const bool grayRows = IsGray(picture) && colours == JCS_GRAYSCALE;
+  const bool grayRows = colours == JCS_GRAYSCALE;
+  const QImage gray = colours == JCS_GRAYSCALE ? ConvertToGrey(picture) : picture;
   const QImage in =
-      picture.convertToFormat(grayRows ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
+      gray.convertToFormat(grayRows ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
   const bool ink = colours == JCS_CMYK || colours == JCS_YCCK;
   std::vector<JSAMPLE> inkRow(ink ? static_cast<std::size_t>(in.width()) * 4 : 0);
   EncodedBytes out;

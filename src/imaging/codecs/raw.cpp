@@ -244,7 +244,7 @@ Result<QImage> Load(ByteView file, const LoadOptions& options) {
 }  // namespace
 
 /// Ahead of TIFF, since many cameras use it as a container.
-constinit const Codec kRawCodec{"Camera RAW", kExtensions, 22,        "Camera RAW",
-                                90,           Sniff,       ReadFacts, Load, true};
+constinit const Codec kRawCodec{"Camera RAW", kExtensions, 22,   "Camera RAW", 90,
+                                Sniff,        ReadFacts,   Load, true};
 
 }  // namespace zqm

@@ -14,6 +14,7 @@
 #include "imaging/codecs/codec_support.h"
 #include "imaging/colour.h"
 #include "imaging/quantise.h"
+#include "imaging/raster.h"
 #include "imaging/tiff_editor.h"
 
 namespace zqm {
@@ -100,19 +101,27 @@ Layout LayoutFor(const QImage& picture, const SaveOptions& options) {
 
 // ---- Rows --------------------------------------------------------------------------------------
 
+QImage Gray(const QImage& picture) {
+  return ConvertToGrey(RemoveAlphaChannel(picture));
+}
+
 /// The picture in the one format that its layout's rows are made from.
 QImage Prepared(const QImage& picture, const Layout& l) {
   if (l.bits == 1)
-    return picture.convertToFormat(QImage::Format_Grayscale8)
+    return Gray(picture)
+        .convertToFormat(QImage::Format_Grayscale8)
         .convertToFormat(QImage::Format_Mono, Qt::ThresholdDither | Qt::AvoidDither);
   if (l.photometric == PHOTOMETRIC_PALETTE)
-    return picture.format() == QImage::Format_Indexed8 ? picture : Quantised(picture, 256);
+    return picture.format() == QImage::Format_Indexed8
+               ? picture
+               : Quantised(RemoveAlphaChannel(picture), 256);
   if (l.samples == 1)
-    return picture.convertToFormat(l.bits == 16 ? QImage::Format_Grayscale16
-                                                : QImage::Format_Grayscale8);
+    return Gray(picture).convertToFormat(l.bits == 16 ? QImage::Format_Grayscale16
+                                                      : QImage::Format_Grayscale8);
+  const QImage opaque = l.alpha ? picture : RemoveAlphaChannel(picture);
   if (l.bits == 16)
-    return picture.convertToFormat(l.alpha ? QImage::Format_RGBA64 : QImage::Format_RGBX64);
-  return picture.convertToFormat(l.alpha ? QImage::Format_RGBA8888 : QImage::Format_RGBX8888);
+    return opaque.convertToFormat(l.alpha ? QImage::Format_RGBA64 : QImage::Format_RGBX64);
+  return opaque.convertToFormat(l.alpha ? QImage::Format_RGBA8888 : QImage::Format_RGBX8888);
 }
 
 using Row = std::vector<std::uint8_t>;

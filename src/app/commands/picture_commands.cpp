@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/commands/commands.h"
+#include "batch/convert_photos.h"
+#include "batch/resize_photos.h"
+#include "batch/rotate_photos.h"
+#include "imaging/save_options.h"
+#include "session/session.h"
+#include "shell/files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+using PictureWork = std::function<PictureResult(Session& session, const PictureRun& run)>;
+
+int RunPictureWork(const GlobalOptions& global, const BatchTexts& texts, const char* word,
+                   const PictureWork& work, const Console& console) {
+  const OpenedSession opened = OpenSession(global, true, console);
+  if (!opened.session) return opened.exitCode;
+  Session& session = *opened.session;
+  const BatchObserver observer = [&](const BatchProgress& at) {
+    console.Progress(QString::fromUtf16(texts.wait) + u" %1%"_s.arg(at.Percent()));
+  };
+  PictureResult result = work(session, {session.ActiveCatalogue(), nullptr, observer, {}});
+  console.ClearProgress();
+  for (const FailureRow& row : result.unwritten.rows)
+    result.failures.Add(row.File, u"could not be written: "_s + row.Reason);
+  return console.Report(result.done, word,
+                        QString::fromUtf16(result.failures.Empty() ? texts.done : texts.failures),
+                        result.failures);
+}
+
+/// "KEY=VALUE" each. The first one that is none is told.
+Result<std::map<QString, QString>> SaveKeys(const QStringList& options) {
+  std::map<QString, QString> keys;
+  for (const QString& option : options) {
+    const qsizetype at = option.indexOf(u'=');
+    const QString key = option.left(at).trimmed().toUpper();
+    bool isNumber = false;
+    const QString value = option.mid(at + 1).trimmed();
+    value.toDouble(&isNumber);
+    if (at < 0 || !IsSaveKey(key) || !isNumber)
+      return Failure{u"--option: "_s + option + u" is no save key with its number"_s};
+    keys.insert_or_assign(key, value);
+  }
+  return keys;
+}
+
+ExistingFiles Existing(bool overwrite) {
+  return overwrite ? ExistingFiles::Overwrite : ExistingFiles::Skip;
+}
+
+}  // namespace
+
+int RunConvert(const GlobalOptions& global, const ConvertFiles& files, const Console& console) {
+  ConvertOptions options;
+  options.format = FindConvertFormat(files.format);
+  options.besideSource = !files.output.to;
+  options.folder = files.output.to ? AbsolutePath(*files.output.to) : QString();
+  if (const Outcome valid = CheckConvert(options); !valid) return console.Refuse(valid.Reason());
+  if (!options.besideSource && !FolderExists(options.folder))
+    return RefuseFolder(options.folder, console);
+  const auto keys = SaveKeys(files.options);
+  if (!keys) return console.Refuse(keys.Reason());
+  options.saveKeys = *keys;
+  options.output.existing = Existing(files.output.overwrite);
+  options.output.catalogue = files.output.catalogue;
+  return RunPictureWork(
+      global, convert_text::kConvert, "Converted",
+      [&](Session& session, const PictureRun& run) {
+        options.load = session.FormatSettings();
+        options.output.read = session.ReadSettings();
+        return ConvertPhotos(run, PhotosOf(files.output.files), options);
+      },
+      console);
+}
+
+int RunResize(const GlobalOptions& global, const ResizeFiles& files, const Console& console) {
+  ResizeOptions options = files.options;
+  options.inPlace = !files.output.to;
+  options.folder = files.output.to ? AbsolutePath(*files.output.to) : QString();
+  if (const Outcome valid = CheckResize(options); !valid) return console.Refuse(valid.Reason());
+  if (!options.inPlace && !FolderExists(options.folder))
+    return RefuseFolder(options.folder, console);
+  options.output.existing = Existing(files.output.overwrite);
+  options.output.catalogue = files.output.catalogue;
+  return RunPictureWork(
+      global, resize_text::kResize, "Resized",
+      [&](Session& session, const PictureRun& run) {
+        options.load = session.WorkSettings();
+        options.output.read = session.ReadSettings();
+        return ResizePhotos(run, PhotosOf(files.output.files), options);
+      },
+      console);
+}
+
+int RunRotate(const GlobalOptions& global, const Turn& turn, const QStringList& files,
+              const Console& console) {
+  const BatchTexts texts{turn.waitText, rotate_text::kFailures, u""};
+  return RunPictureWork(
+      global, texts, "Rotated",
+      [&](Session& session, const PictureRun& run) {
+        return RotatePhotos(run, PhotosOf(files), turn, session.WorkSettings());
+      },
+      console);
+}
+
+}  // namespace zqm

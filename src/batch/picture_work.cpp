@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "batch/picture_work.h"
+
+#include <QSet>
+
+#include "batch/file_and_row.h"
+#include "batch/work_ahead.h"
+#include "catalogue/like_pattern.h"
+#include "cataloguing/catalogue_photo.h"
+#include "imaging/thumbnail.h"
+#include "shell/busy.h"
+#include "shell/files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+/// Over a file of another spelling: the new one has its own, and the old one goes behind it.
+Outcome WriteOutput(const QString& path, const QString& standing, const QByteArray& file) {
+  if (!standing.isEmpty() && ReadOnlyFile(standing))
+    return Failure{QString::fromUtf16(kReasonPermission)};
+  Outcome written = AsDenied(RunAside([&path, &file] { return WriteFileAtomically(path, file); }));
+  if (written && !standing.isEmpty() && standing != path) (void)DeleteFile(standing);
+  return written;
+}
+
+/// The row of what has just been written: none, or a new one.
+Outcome AddToDatabase(Catalogue& catalogue, const QString& path, const OutputOptions& options) {
+  Outcome removed = CatalogueRemoval(catalogue, path);
+  if (!removed || !options.catalogue) return removed;
+  ReadRequest request = options.read;
+  request.thumbnail = true;
+  const auto photo = RunAside([&path, &request] { return ReadPhotoFile(path, request); });
+  if (!photo) return Failure{photo.Reason()};
+  return CataloguePhoto(*photo, path, catalogue.Photos());
+}
+
+/// Whether a photo is made of what an earlier one of the run will have become: then none can be
+/// loaded ahead of its turn.
+bool DependsOnEarlier(const QStringList& paths, const QStringList& outputs) {
+  QSet<QString> written;
+  for (qsizetype i = 0; i < paths.size(); ++i) {
+    if (written.contains(FoldCase(paths.at(i)))) return true;
+    written.insert(FoldCase(outputs.at(i)));
+  }
+  return false;
+}
+
+/// The run that both kinds have: the pictures come made, in order.
+PictureResult RunPictures(
+    const PictureRun& run, const QStringList& paths, const QStringList& outputs,
+    const BatchTexts& texts, const PictureMaker& maker,
+    const std::function<QStringList(const QString& path, const std::function<MadePicture()>& take,
+                                    FailureList& unwritten)>& step) {
+  PictureResult result;
+  const bool inTurn = DependsOnEarlier(paths, outputs);
+  WorkAhead<MadePicture> ahead(inTurn ? 0 : paths.size(),
+                               [&](qsizetype place) { return maker(paths.at(place)); });
+  static_cast<BatchResult&>(result) = BatchRun(
+      paths, texts,
+      [&](qsizetype place, const QString& path) -> QStringList {
+        if (!FileExists(path)) return {QString::fromUtf16(kReasonMissing)};
+        const auto take = [&] {
+          MadePicture made =
+              inTurn ? RunAside([&] { return maker(path); }) : ahead.Take(place, YieldToInterface);
+          if (run.show && !made.preview.isNull()) run.show(path, made.preview);
+          return made;
+        };
+        return step(path, take, result.unwritten);
+      },
+      run.observer);
+  result.done -= static_cast<int>(result.unwritten.rows.size());
+  if (run.view != nullptr) run.view->Live();
+  return result;
+}
+
+}  // namespace
+
+MadePicture MakePicture(const QString& path, const PictureSettings& settings,
+                        const std::function<Outcome(Picture& picture)>& change,
+                        const std::function<Result<QByteArray>(Picture& picture)>& encode) {
+  Picture picture;
+  picture.SetSettings(settings);
+  Outcome made = picture.LoadFromFile(path);
+  picture.SetIOProperty(u"EXIF_Software", u"Zolmira QM"_s);
+  if (made) made = change(picture);
+  if (!made) return {Failure{made.Reason()}, {}};
+  return {encode(picture), FitThumbnail(picture.Image(), kPreviewBox)};
+}
+
+PictureResult WritePictures(const PictureRun& run, const QStringList& paths,
+                            const BatchTexts& texts, const PictureMaker& maker,
+                            const std::function<QString(const QString& path)>& output,
+                            const OutputOptions& options) {
+  ExistingNames names;
+  const bool overwrite = options.existing == ExistingFiles::Overwrite;
+  // What will be passed over isn't worth the work; whether it stands is asked again in its turn.
+  const PictureMaker wanted = [&](const QString& path) {
+    return overwrite || !FileExists(output(path)) ? maker(path) : MadePicture{};
+  };
+  QStringList outputs;
+  for (const QString& path : paths)
+    outputs.append(output(path));
+  return RunPictures(run, paths, outputs, texts, wanted,
+                     [&](const QString& path, const std::function<MadePicture()>& take,
+                         FailureList& unwritten) -> QStringList {
+                       const QString target = output(path);
+                       const QString standing = names.Find(target);
+                       if (!standing.isEmpty() && !overwrite)
+                         return {QString::fromUtf16(kReasonExists)};
+                       MadePicture made = take();
+                       // What stood there when it was passed over is gone by now.
+                       if (!made.file && made.file.Reason().isEmpty())
+                         made = RunAside([&] { return maker(path); });
+                       if (!made.file && made.file.Reason() == QStringView(kReasonSeveralPages))
+                         return {made.file.Reason()};
+                       const Outcome written = made.file ? WriteOutput(target, standing, *made.file)
+                                                         : Failure{made.file.Reason()};
+                       if (!written) {
+                         unwritten.Add(path, written.Reason());
+                         return {};
+                       }
+                       names.Add(target);
+                       if (run.view != nullptr) run.view->ShowWritten(target, options.catalogue);
+                       if (standing != target && !standing.isEmpty())
+                         if (const Outcome removed = CatalogueRemoval(run.catalogue, standing);
+                             !removed)
+                           return {removed.Reason()};
+                       return Reasons(AddToDatabase(run.catalogue, target, options));
+                     });
+}
+
+PictureResult ReplacePictures(const PictureRun& run, const QStringList& paths,
+                              const BatchTexts& texts, const PictureMaker& maker,
+                              SaveFailures report,
+                              const std::function<Outcome(const QString& path)>& written) {
+  return RunPictures(run, paths, paths, texts, maker,
+                     [&](const QString& path, const std::function<MadePicture()>& take,
+                         FailureList& unwritten) -> QStringList {
+                       const MadePicture made = take();
+                       const Outcome saved = made.file ? WriteOutput(path, path, *made.file)
+                                                       : Failure{made.file.Reason()};
+                       if (!saved) {
+                         // What will never be written is worth a row in any run.
+                         const bool never = saved.Reason() == QStringView(kReasonSeveralPages) ||
+                                            saved.Reason() == QStringView(kReasonNotWritable);
+                         if (never || report == SaveFailures::Listed) return {saved.Reason()};
+                         unwritten.Add(path, saved.Reason());
+                         return {};
+                       }
+                       const Outcome followed = written(path);
+                       if (run.view != nullptr) run.view->ShowChanged(path);
+                       return Reasons(followed);
+                     });
+}
+
+}  // namespace zqm
