@@ -179,22 +179,9 @@ void RoundRow(const float* in, Sample* out, std::size_t count) {
   }
 }
 
-/// Kernels with negative lobes can leave a colour above its alpha.
-template <class Sample>
-void ClampToAlpha(Sample* row, int width) {
-  constexpr int kAlpha = 3;
-  for (int x = 0; x < width; ++x, row += 4) {
-    for (int c = 0; c < kAlpha; ++c)
-      row[c] = std::min(row[c], row[kAlpha]);
-  }
-}
-
-enum class Alpha { None, Weighs };
-
 /// Down first: whole source rows are added, which is the bulk of the work and runs in vectors.
 template <class Sample, int kChannels>
-QImage ResampleSamples(const QImage& in, const QSize& size, const Kernel& kernel,
-                       Alpha alpha = Alpha::None) {
+QImage ResampleSamples(const QImage& in, const QSize& size, const Kernel& kernel) {
   QImage out(size, in.format());
   if (out.isNull()) return {};
   const Taps across = MakeTaps(in.width(), size.width(), kernel);
@@ -215,11 +202,7 @@ QImage ResampleSamples(const QImage& in, const QSize& size, const Kernel& kernel
                         std::min(kStrip, inSamples - at));
       }
       ResampleRow<kChannels>(sums.data(), row.data(), across);
-      auto* to = reinterpret_cast<Sample*>(bits + y * stride);
-      RoundRow<Sample>(row.data(), to, outSamples);
-      if constexpr (kChannels == 4) {
-        if (alpha == Alpha::Weighs) ClampToAlpha(to, size.width());
-      }
+      RoundRow(row.data(), reinterpret_cast<Sample*>(bits + y * stride), outSamples);
     }
   };
   const std::int64_t sourceRows = std::max<std::int64_t>(2, in.height() / size.height());
@@ -321,16 +304,6 @@ QImage PickPixels(const QImage& in, const QSize& size) {
   }
 }
 
-QImage ResampleAlpha(const QImage& in, const QSize& size, const Kernel& kernel) {
-  // With the colours multiplied by alpha, transparent pixels weigh nothing.
-  const bool deep = in.format() == QImage::Format_RGBA64;
-  const QImage weighed = in.convertToFormat(deep ? QImage::Format_RGBA64_Premultiplied
-                                                 : QImage::Format_ARGB32_Premultiplied);
-  const QImage out = deep ? ResampleSamples<std::uint16_t, 4>(weighed, size, kernel, Alpha::Weighs)
-                          : ResampleSamples<std::uint8_t, 4>(weighed, size, kernel, Alpha::Weighs);
-  return out.convertToFormat(in.format());
-}
-
 }  // namespace
 
 std::span<const ResampleFilterName> ResampleFilterNames() {
@@ -360,18 +333,14 @@ QImage Resample(const QImage& picture, const QSize& size, ResampleFilter filter)
       break;
   }
   const Kernel& kernel = FindKernel(filter);
-  switch (in.format()) {
-    case QImage::Format_Grayscale8:
-      return ResampleSamples<std::uint8_t, 1>(in, size, kernel);
-    case QImage::Format_Grayscale16:
-      return ResampleSamples<std::uint16_t, 1>(in, size, kernel);
-    case QImage::Format_RGB32:
-      return ResampleSamples<std::uint8_t, 4>(in, size, kernel);
-    case QImage::Format_RGBX64:
-      return ResampleSamples<std::uint16_t, 4>(in, size, kernel);
-    default:
-      return ResampleAlpha(in, size, kernel);
+  // With the colours multiplied by alpha, transparent pixels weigh nothing.
+  const QImage weighed = Weighed(in);
+  if (IsGray(in)) {
+    return IsDeep(in) ? ResampleSamples<std::uint16_t, 1>(weighed, size, kernel)
+                      : ResampleSamples<std::uint8_t, 1>(weighed, size, kernel);
   }
+  return Unweighed(IsDeep(in) ? ResampleSamples<std::uint16_t, 4>(weighed, size, kernel)
+                              : ResampleSamples<std::uint8_t, 4>(weighed, size, kernel));
 }
 
 }  // namespace zqm

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/thumbnail.h"
 
+#include "imaging/raster.h"
 #include "imaging/resample.h"
 #include "imaging/row_sink.h"
 
@@ -8,24 +9,6 @@ namespace zqm {
 namespace {
 
 constexpr int kThumbnailQuality = 80;
-
-QImage OnWhite(const QImage& picture) {
-  QImage out(picture.size(), QImage::Format_RGB32);
-  const auto mix = [](int colour, int alpha) {
-    return (colour * alpha + 255 * (255 - alpha) + 127) / 255;
-  };
-  const QImage in = picture.convertToFormat(QImage::Format_ARGB32);
-  for (int y = 0; y < in.height(); ++y) {
-    const auto* from = reinterpret_cast<const QRgb*>(in.constScanLine(y));
-    auto* to = reinterpret_cast<QRgb*>(out.scanLine(y));
-    for (int x = 0; x < in.width(); ++x) {
-      const QRgb p = from[x];
-      const int alpha = qAlpha(p);
-      to[x] = qRgb(mix(qRed(p), alpha), mix(qGreen(p), alpha), mix(qBlue(p), alpha));
-    }
-  }
-  return out;
-}
 
 /// A preview inside camera RAW has a shape of its own: only rounding gives way to the original.
 QSize TargetSize(const QSize& picture, const QSize& box, const QSize& original) {
@@ -46,7 +29,8 @@ QImage FitThumbnail(const QImage& picture, const QSize& box, const QSize& origin
   const QSize size = TargetSize(picture.size(), box, original);
   const QImage fitted =
       size == picture.size() ? picture : Resample(picture, size, ResampleFilter::Triangle);
-  if (fitted.hasAlphaChannel()) return OnWhite(fitted);
+  if (fitted.hasAlphaChannel())
+    return RemoveAlphaChannel(fitted).convertToFormat(QImage::Format_RGB32);
   const bool gray =
       fitted.format() == QImage::Format_Grayscale8 || fitted.format() == QImage::Format_Grayscale16;
   return fitted.convertToFormat(gray ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
