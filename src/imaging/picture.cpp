@@ -19,7 +19,8 @@ namespace {
 
 constexpr ExifTag kPixelWidth{ExifGroup::Photo, 0xA002}, kPixelHeight{ExifGroup::Photo, 0xA003};
 constexpr QSize kExifThumbnailBox(160, 160);
-constexpr int kExifThumbnailQuality = 80;
+/// Leaves room for the tags that are set.
+constexpr qsizetype kMostExifBytes = 62 << 10;
 
 bool IsGray(const QImage& image) {
   return image.format() == QImage::Format_Grayscale8 ||
@@ -35,6 +36,23 @@ void SetDensity(TiffEditor& editor, int tag, const QString& dotsPerInch) {
   editor.Set({ExifGroup::Image, tag},
              {kRational, 1, editor.Long(dots).bytes + editor.Long(1).bytes});
   editor.Set(kUnit, editor.Short(kInch));
+}
+
+/// In the room of the old one if that makes a fair picture, so that the block doesn't grow.
+void SetThumbnail(TiffEditor& editor, const QImage& image) {
+  const QImage thumbnail = FitThumbnail(image, kExifThumbnailBox);
+  QByteArray jpeg;
+  for (const int quality : {85, 75, 65, 55, 45, 35}) {
+    jpeg = EncodeJpeg(thumbnail, quality);
+    if (jpeg.size() <= std::ssize(editor.Thumbnail())) break;
+  }
+  TiffEditor trial = editor;
+  trial.SetThumbnail(jpeg);
+  // An old one would show another picture.
+  if (trial.Take().size() > kMostExifBytes)
+    editor.DropFollowing();
+  else
+    editor.SetThumbnail(jpeg);
 }
 
 }  // namespace
@@ -120,9 +138,7 @@ void Picture::PrepareSave() {
        {std::pair{kPixelWidth, image_.width()}, std::pair{kPixelHeight, image_.height()}})
     if (!editor->Tags(ExifGroup::Photo).empty())
       editor->Set(tag, editor->Long(static_cast<std::uint32_t>(number)));
-  if (!editor->Thumbnail().empty())
-    editor->SetThumbnail(
-        EncodeJpeg(FitThumbnail(image_, kExifThumbnailBox), kExifThumbnailQuality));
+  if (!editor->Thumbnail().empty()) SetThumbnail(*editor, image_);
   exif_ = editor->Take();
 }
 

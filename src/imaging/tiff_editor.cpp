@@ -268,8 +268,8 @@ void TiffEditor::SetThumbnail(const QByteArray& jpeg) {
   const bool fits =
       old.size() >= size && !UsedByAnother(none, static_cast<std::uint32_t>(oldAt), old.size());
   if (fits) {
-    block_.replace(oldAt, static_cast<qsizetype>(old.size()),
-                   jpeg.leftJustified(static_cast<qsizetype>(old.size()), '\0'));
+    const auto room = static_cast<qsizetype>(old.size());
+    block_.replace(oldAt, room, jpeg.leftJustified(room, '\0'));
     at = static_cast<std::uint32_t>(oldAt);
   } else {
     at = Append(zqm::Bytes(jpeg));

@@ -21,6 +21,7 @@ namespace zqm {
 namespace {
 
 constexpr int kTagStripOffsets = 273, kTagStripCounts = 279;
+constexpr std::int64_t kStripBytes = 256 << 10;
 constexpr int kTagXmp = 700, kTagIptc = 33723, kTagProfile = 34675;
 constexpr std::uint16_t kByte = 1, kUndefined = 7;
 
@@ -321,7 +322,10 @@ bool SetFields(TIFF* tiff, const QImage& picture, const Layout& l, const SaveOpt
     TIFFSetField(tiff, TIFFTAG_XRESOLUTION, blocks.dpiX);
     TIFFSetField(tiff, TIFFTAG_YRESOLUTION, blocks.dpiY);
   }
-  TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, TIFFDefaultStripSize(tiff, 0));
+  // Whole blocks of JPEG.
+  const std::int64_t rowBytes = std::max<std::int64_t>(1, TIFFScanlineSize64(tiff));
+  const auto rows = std::max<std::int64_t>(16, kStripBytes / rowBytes / 16 * 16);
+  TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, static_cast<std::uint32_t>(rows));
   return true;
 }
 
