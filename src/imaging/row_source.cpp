@@ -84,7 +84,7 @@ RowSource::RowSource(const QImage& picture, RowFormat format)
   const auto width = static_cast<std::size_t>(picture.width());
   row_.resize(width * PixelBytes(format));
   IsDeep(format) ? deepPixels_.resize(width) : pixels_.resize(width);
-  if (picture.colorCount() > 0 || picture.format() == QImage::Format_Indexed8) {
+  if (picture.format() == QImage::Format_Indexed8 || picture.format() == QImage::Format_Mono) {
     colours_ = ColoursOf(picture);
   }
 }
