@@ -84,7 +84,7 @@ RowSource::RowSource(const QImage& picture, RowFormat format)
   const auto width = static_cast<std::size_t>(picture.width());
   row_.resize(width * PixelBytes(format));
   IsDeep(format) ? deepPixels_.resize(width) : pixels_.resize(width);
-  if (picture.colorCount() > 0 || picture.format() == QImage::Format_Indexed8) {
+  if (picture.format() == QImage::Format_Indexed8 || picture.format() == QImage::Format_Mono) {
     colours_ = ColoursOf(picture);
   }
 }
@@ -184,14 +184,14 @@ void RowSource::Pack(const QRgba64* pixels) {
 }
 
 std::vector<QRgb> ColoursOf(const QImage& picture) {
+  const bool mono = picture.format() == QImage::Format_Mono;
   const auto table = picture.colorTable();
-  std::vector<QRgb> colours(table.begin(), table.end());
-  std::size_t used = picture.format() == QImage::Format_Mono ? 2 : 1;
-  if (picture.format() == QImage::Format_Indexed8) {
-    for (int y = 0; y < picture.height(); ++y) {
-      const std::span row(picture.constScanLine(y), static_cast<std::size_t>(picture.width()));
-      used = std::max(used, std::size_t{*std::ranges::max_element(row)} + 1);
-    }
+  const auto told = std::min<qsizetype>(table.size(), mono ? 2 : 256);
+  std::vector<QRgb> colours(table.begin(), table.begin() + told);
+  std::size_t used = mono ? 2 : 1;
+  for (int y = 0; !mono && y < picture.height(); ++y) {
+    const std::span row(picture.constScanLine(y), static_cast<std::size_t>(picture.width()));
+    used = std::max(used, std::size_t{*std::ranges::max_element(row)} + 1);
   }
   if (colours.size() < used) colours.resize(used, qRgb(0, 0, 0));
   return colours;

@@ -388,6 +388,26 @@ TEST(SavedFormats, OtherPixelFormatsAreBroughtToTheNearest) {
   }
 }
 
+TEST(SavedFormats, ColoursThatNoPaletteTellsAreBlack) {
+  std::vector<Format> formats = Formats();
+  formats.push_back({&kGifCodec, "gif", false, false});
+  for (const Format& format : formats) {
+    QImage picture(5, 3, QImage::Format_Indexed8);
+    picture.setColorTable({qRgb(200, 0, 0)});
+    picture.fill(0);
+    picture.setPixel(1, 1, 0);
+    picture.scanLine(1)[2] = 250;
+    const QImage loaded = Load(*format.codec, Save(*format.codec, picture, format.options));
+    EXPECT_EQ(loaded.pixel(1, 1), qRgb(200, 0, 0)) << format.extension;
+    EXPECT_EQ(loaded.pixel(2, 1), qRgb(0, 0, 0)) << format.extension;
+    QImage bits(5, 3, QImage::Format_Mono);
+    bits.setColorTable({});
+    bits.fill(1);
+    EXPECT_EQ(Load(*format.codec, Save(*format.codec, bits, format.options)).size(), bits.size())
+        << format.extension;
+  }
+}
+
 TEST(SavedFormats, WhatAHeaderCannotHoldIsRefused) {
   const struct {
     const Codec& codec;

@@ -21,10 +21,10 @@ Layout ChooseLayout(const QImage& picture, bool profile) {
   Layout layout;
   if (picture.hasAlphaChannel()) {
     layout.bits = 32;
-  } else if (picture.depth() <= 8 && picture.format() != QImage::Format_Grayscale8) {
+  } else if (picture.depth() <= 8 && !IsGray(picture)) {
     layout.bits = picture.depth();
     layout.palette = ColoursOf(picture);
-  } else if (picture.isGrayscale() && picture.pixelFormat().channelCount() == 1) {
+  } else if (IsGray(picture)) {
     layout.bits = 8;
     for (int i = 0; i < 256; ++i)
       layout.palette.push_back(qRgb(i, i, i));
@@ -80,7 +80,7 @@ Result<QByteArray> SaveBmp(const QImage& given, const SaveOptions&, const FileBl
   out.Reserve(kFileHeader + kLongHeader + 1024 + stride * picture.height() + blocks.profile.size());
   WriteHeaders(out, picture, layout, blocks, stride * picture.height());
 
-  const bool indexed = !layout.palette.empty() && picture.colorCount() > 0;
+  const bool indexed = !layout.palette.empty() && !IsGray(picture);
   RowSource rows(picture, RowsFor(layout.bits));
   std::vector<std::uint8_t> turned(layout.bits >= 24 ? static_cast<std::size_t>(used) : 0);
   for (int y = picture.height() - 1; y >= 0; --y) {

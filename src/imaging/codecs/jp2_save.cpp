@@ -14,7 +14,6 @@ namespace {
 
 /// Larger pictures are cut into tiles, so that the library holds no more of one at a time.
 constexpr int kTileSide = 4096;
-constexpr int kMostTiles = 65535;
 
 enum class Space { Gray = 17, Rgb = 16, Ycc = 18 };  // by their numbers in the box
 
@@ -30,11 +29,9 @@ struct Shape {
 Shape ShapeOf(const QImage& picture, int wanted, bool boxed) {
   constexpr int kWantGray = 0, kWantYcc = 2;
   Shape shape;
-  const bool isGray = picture.format() == QImage::Format_Grayscale8 ||
-                      picture.format() == QImage::Format_Grayscale16 || WhiteBit(picture);
   const bool deep = picture.depth() == 64 || picture.format() == QImage::Format_Grayscale16;
   shape.bits = deep ? 16 : 8;
-  if (isGray || wanted == kWantGray) {
+  if (IsGray(picture) || WhiteBit(picture) || wanted == kWantGray) {
     shape.space = Space::Gray;
     shape.colours = 1;
     return shape;
@@ -179,7 +176,6 @@ Result<QByteArray> Encode(const QImage& picture, const Shape& shape, double rate
   const QSize tile = cut ? picture.size().boundedTo({kTileSide, kTileSide}) : picture.size();
   const int columns = (picture.width() + tile.width() - 1) / tile.width();
   const int lines = (picture.height() + tile.height() - 1) / tile.height();
-  if (columns * lines > kMostTiles) return WriteFailure("the picture is too large");
 
   Sink sink;
   QByteArray message;

@@ -35,8 +35,7 @@ struct Shape {
 Shape ShapeOf(const QImage& picture) {
   Shape shape;
   if (picture.format() == QImage::Format_Mono) shape.bits = 1;
-  shape.gray = picture.pixelFormat().channelCount() == 1 && picture.colorCount() == 0 &&
-               picture.isGrayscale();
+  shape.gray = IsGray(picture);
   if (picture.depth() <= 8 || shape.gray) shape.planes = 1;
   shape.lineBytes = ((picture.width() * shape.bits + 7) / 8 + 1) / 2 * 2;
   return shape;

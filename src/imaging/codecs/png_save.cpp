@@ -53,10 +53,8 @@ Layout PaletteLayout(const QImage& picture) {
     layout.flip = *white == 0;
   }
   const auto colours = ColoursOf(picture);
-  layout.bits = picture.depth() == 1
-                    ? 1
-                    : std::bit_ceil(static_cast<unsigned>(std::bit_width(colours.size() - 1)));
-  layout.bits = std::max(1, layout.bits);
+  const int indexBits = std::bit_width(colours.size() - 1);
+  layout.bits = picture.depth() == 1 ? 1 : static_cast<int>(std::bit_ceil(unsigned(indexBits)));
   for (const QRgb c : colours) {
     layout.palette.push_back({static_cast<png_byte>(qRed(c)), static_cast<png_byte>(qGreen(c)),
                               static_cast<png_byte>(qBlue(c))});

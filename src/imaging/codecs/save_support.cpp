@@ -48,6 +48,11 @@ Result<QImage> WritablePicture(const QImage& picture, int mostSide) {
   return converted;
 }
 
+bool IsGray(const QImage& picture) {
+  return picture.format() == QImage::Format_Grayscale8 ||
+         picture.format() == QImage::Format_Grayscale16;
+}
+
 std::optional<int> WhiteBit(const QImage& picture) {
   if (picture.format() != QImage::Format_Mono) return std::nullopt;
   constexpr QRgb kBlack = qRgb(0, 0, 0), kWhite = qRgb(255, 255, 255);

@@ -25,6 +25,9 @@ Failure WriteFailure(const char* detail);
 /// Fails on empty pictures, above `kMostPixels` and above the sides that the format can hold.
 Result<QImage> WritablePicture(const QImage& picture, int mostSide);
 
+/// Whether it is Grayscale8 or Grayscale16.
+bool IsGray(const QImage& picture);
+
 /// For a Mono picture of black and white: the value of the bits that are white. Nothing for others.
 std::optional<int> WhiteBit(const QImage& picture);
 

@@ -54,8 +54,7 @@ Shape ShapeOf(const QImage& picture) {
     shape.bits = 8;
     shape.map = ColoursOf(picture);
     shape.mapBits = shape.alpha ? 32 : 24;
-  } else if (picture.format() == QImage::Format_Grayscale8 ||
-             picture.format() == QImage::Format_Grayscale16) {
+  } else if (IsGray(picture)) {
     shape.kind = kGray;
     shape.bits = 8;
   } else if (shape.alpha) {
