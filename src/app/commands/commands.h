@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "app/commands/console.h"
+#include "batch/pdf_photos.h"
 #include "batch/rename_photos.h"
 #include "session/session.h"
 
@@ -80,6 +81,12 @@ struct RenameFiles {
   QStringList files;
 };
 int RunRename(const GlobalOptions& global, const RenameFiles& files, const Console& console);
+
+struct PdfFiles {
+  PdfOptions options;
+  QStringList files;
+};
+int RunPdf(const GlobalOptions& global, const PdfFiles& files, const Console& console);
 
 int RunInfo(const QStringList& files, const Console& console);
 int RunRow(const GlobalOptions& global, const QStringList& files, const Console& console);
