@@ -40,6 +40,9 @@ struct Arguments {
   std::optional<std::string> text, searchFor, newName;
   std::string start = "1", replaceBy;
   std::vector<std::string> ratings, categories, filters, settings;
+  std::string title, subject;
+  std::optional<std::string> pdfName;
+  int compression = static_cast<int>(PdfCompression::Jpeg);
   std::optional<std::string> setNotes, setAuthor, setDate, setRating, setCategories, setTags,
       setFlag;
 
@@ -446,6 +449,36 @@ void DeclareMetadata(CLI::App& app, Arguments& a, Command& chosen) {
   });
 }
 
+void DeclarePdf(CLI::App& app, Arguments& a, Command& chosen) {
+  auto* pdf = app.add_subcommand("pdf", "Write photos into PDF files, a page each");
+  pdf->add_option("--to", a.to, "The folder")->type_name("DIR")->required()->check(kNotEmpty);
+  pdf->add_option("--name", a.pdfName, "One file for all photos; .pdf is put behind the name")
+      ->type_name("NAME");
+  pdf->add_option("--compression", a.compression,
+                  "0 none, 1 run length, 2 fax group 4, 3 fax group 3 (both black and white), "
+                  "4 JPEG, 5 LZW")
+      ->check(CLI::Range(0, 5))
+      ->type_name("N")
+      ->capture_default_str();
+  pdf->add_option("--title", a.title, "Title of the document")->type_name("TEXT");
+  pdf->add_option("--author", a.author, "Author of the document")->type_name("TEXT");
+  pdf->add_option("--subject", a.subject, "Subject of the document")->type_name("TEXT");
+  pdf->add_option("--keywords", a.keywords, "Keywords of the document")->type_name("TEXT");
+  pdf->add_flag("--overwrite", a.overwrite, "Overwrite existing files instead of skipping them");
+  AddPaths(*pdf, "FILE", a.files, "Photo files");
+  Does(pdf, chosen, [&a] {
+    PdfOptions options;
+    options.type = a.pdfName ? PdfType::OneForAllImages : PdfType::OneForEachImage;
+    options.folder = ToText(a.to);
+    options.name = ToText(a.pdfName).value_or(QString());
+    options.compression = static_cast<PdfCompression>(a.compression);
+    options.existing = a.overwrite ? ExistingFiles::Overwrite : ExistingFiles::Skip;
+    options.title = ToText(a.title), options.author = ToText(a.author);
+    options.subject = ToText(a.subject), options.keywords = ToText(a.keywords);
+    return RunPdf(a.Global(), {options, ToTexts(a.files)}, a.MakeConsole());
+  });
+}
+
 /// Declares every command and makes `chosen` what the given one does.
 void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   DeclareGlobal(app, a);
@@ -456,9 +489,11 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   DeclareFileWork(app, a, chosen);
   DeclarePictureWork(app, a, chosen);
   DeclareMetadata(app, a, chosen);
+  DeclarePdf(app, a, chosen);
 }
 
-/// Standard error is for the user's files; what the toolkit notes about its surroundings is not.
+/// Standard error is for the user's files; what the toolkit notes about its surroundings is
+/// not.
 void DropToolkitRemarks() {
   qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type == QtFatalMsg || type == QtCriticalMsg) Console(false).ErrorLine(text);

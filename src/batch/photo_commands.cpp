@@ -17,7 +17,7 @@ constexpr PhotoCommand kCommands[] = {
      u"The selected file(s) cannot be copied because they are offline or missing.", false},
     {6, u"Convert File Format", u"Preparing to convert file(s). Please wait...",
      u"The selected file(s) cannot be converted because they are offline or missing.", false},
-    {7, u"Create Photo Book (PDF)", u"Preparing to create PDF file(s). Please wait...",
+    {kPdfCommand, u"Create Photo Book (PDF)", u"Preparing to create PDF file(s). Please wait...",
      u"PDF Files cannot be created with the selected file(s) since they are offline or missing.",
      true},
     {8, u"Watermark Images", u"Preparing file(s) to be watermarked. Please wait...",

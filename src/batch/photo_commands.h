@@ -23,7 +23,7 @@ std::span<const PhotoCommand> PhotoCommands();
 /// Nothing for an index without a command.
 const PhotoCommand* FindPhotoCommand(int index);
 
-inline constexpr int kMoveCommand = 3, kCopyCommand = 4;
+inline constexpr int kMoveCommand = 3, kCopyCommand = 4, kPdfCommand = 7;
 
 /// The photos that the command works on, or why it can't.
 Result<QStringList> PreparePhotos(const PhotoCommand& command, const QStringList& selected,

@@ -10,6 +10,7 @@
 
 #include "app/commands/console.h"
 #include "batch/edit_metadata.h"
+#include "batch/pdf_photos.h"
 #include "batch/rename_photos.h"
 #include "batch/resize_photos.h"
 #include "batch/rotate_photos.h"
@@ -110,6 +111,11 @@ struct ExportFiles {
 int RunExport(const GlobalOptions& global, const ExportFiles& options, const Console& console);
 int RunStrip(const GlobalOptions& global, MetadataBlock block, const QStringList& files,
              const Console& console);
+struct PdfFiles {
+  PdfOptions options;
+  QStringList files;
+};
+int RunPdf(const GlobalOptions& global, const PdfFiles& files, const Console& console);
 
 int RunInfo(const QStringList& files, const Console& console);
 int RunRow(const GlobalOptions& global, const QStringList& files, const Console& console);

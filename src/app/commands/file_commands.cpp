@@ -5,6 +5,7 @@
 #include "app/commands/commands.h"
 #include "batch/carry_photos.h"
 #include "batch/delete_photos.h"
+#include "batch/pdf_photos.h"
 #include "batch/photo_commands.h"
 #include "batch/rename_photos.h"
 #include "shell/files.h"
@@ -92,6 +93,27 @@ int RunRename(const GlobalOptions& global, const RenameFiles& files, const Conso
   }
   if (console.Json()) console.Document(QJsonDocument(rows));
   return kExitDone;
+}
+
+int RunPdf(const GlobalOptions& global, const PdfFiles& files, const Console& console) {
+  PdfOptions options = files.options;
+  options.folder = AbsolutePath(options.folder);
+  if (!FolderExists(options.folder)) return RefuseFolder(options.folder, console);
+  if (const Outcome valid = CheckPdf(options); !valid) return console.Refuse(valid.Reason());
+  const auto photos = PreparePhotos(*FindPhotoCommand(kPdfCommand), PhotosOf(files.files), {});
+  if (!photos) return console.Fail(photos.Reason());
+  const OpenedSession opened = OpenSession(global, false, console);
+  if (!opened.session) return opened.exitCode;
+  options.load = opened.session->WorkSettings();
+  const BatchTexts& texts = PdfTexts(options.type);
+  const auto result = CreatePdf(*photos, options, [&](const BatchProgress& at) {
+    console.Progress(QString::fromUtf16(texts.wait) + u" %1%"_s.arg(at.Percent()));
+  });
+  console.ClearProgress();
+  if (!result) return console.Fail(result.Reason());
+  return console.Report(result->done, "Created",
+                        QString::fromUtf16(result->failures.Empty() ? texts.done : texts.failures),
+                        result->failures);
 }
 
 }  // namespace zqm
