@@ -2,8 +2,11 @@
 // The road of a thumbnail, and its last two steps alone.
 #include <benchmark/benchmark.h>
 
+#include "imaging/raster.h"
 #include "imaging/resample.h"
+#include "imaging/rotate.h"
 #include "imaging/thumbnail.h"
+#include "imaging/tonal.h"
 
 namespace zqm {
 namespace {
@@ -54,6 +57,29 @@ BENCHMARK(ResampleFull)
     ->Arg(12)
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
+
+/// 12 megapixels turned; the argument is the angle in degrees.
+void RotateFull(benchmark::State& state) {
+  const QImage picture = Drawn({4000, 3000});
+  const auto degrees = static_cast<double>(state.range(0));
+  for (auto _ : state)
+    benchmark::DoNotOptimize(Rotated(picture, degrees, true));
+}
+BENCHMARK(RotateFull)->Arg(7)->Arg(90)->Arg(180)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+void SharpenFull(benchmark::State& state) {
+  const QImage picture = Drawn({4000, 3000});
+  for (auto _ : state)
+    benchmark::DoNotOptimize(Sharpen(picture, 20));
+}
+BENCHMARK(SharpenFull)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+void GreyFull(benchmark::State& state) {
+  const QImage picture = Drawn({4000, 3000});
+  for (auto _ : state)
+    benchmark::DoNotOptimize(ConvertToGrey(picture));
+}
+BENCHMARK(GreyFull)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 void EncodeThumbnail(benchmark::State& state) {
   const QImage picture = Drawn({200, 150});

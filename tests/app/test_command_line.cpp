@@ -389,6 +389,31 @@ TEST_F(CommandLine, FilesAreMovedCopiedRenamedAndDeleted) {
   EXPECT_EQ(Run({u"rename"_s, u"--name"_s, u"a"_s, moved, renamed}).exitCode, 2);
 }
 
+TEST_F(CommandLine, PhotosBecomePdfFiles) {
+  const QString photo = scratch_.Write("Föhn.jpg", test::SampleJpeg(90, 60));
+  const QString to = scratch_.Path("out");
+  EXPECT_EQ(Run({u"pdf"_s, u"--to"_s, to, photo}).exitCode, 2) << "the folder isn't there";
+  QDir().mkpath(to);
+  EXPECT_EQ(Run({u"pdf"_s, u"--to"_s, to, photo}).out,
+            u"The pdf file(s) have been created in the destination folder.\n"_s);
+  EXPECT_TRUE(QFile::exists(scratch_.Path("out/Föhn.pdf")));
+  const auto refused = Run({u"pdf"_s, u"--to"_s, to, photo});
+  EXPECT_EQ(refused.exitCode, 1);
+  EXPECT_EQ(refused.err, u"The following pdf files could not be created\n"_s +
+                             scratch_.Path("out/Föhn.pdf") +
+                             u": File already exists in destination folder\n"_s);
+  EXPECT_EQ(
+      Run({u"pdf"_s, u"--to"_s, to, u"--overwrite"_s, u"--compression"_s, u"2"_s, photo}).exitCode,
+      0);
+  EXPECT_TRUE(test::Scratch::Read(scratch_.Path("out/Föhn.pdf")).contains("/CCITTFaxDecode"));
+  EXPECT_EQ(Run({u"pdf"_s, u"--to"_s, to, u"--name"_s, u"book"_s, photo, photo}).exitCode, 0);
+  EXPECT_EQ(test::Scratch::Read(scratch_.Path("out/book.pdf")).count("/MediaBox"), 2);
+  // Nothing is begun.
+  EXPECT_EQ(Run({u"pdf"_s, u"--to"_s, to, u"--name"_s, u"a/b"_s, photo}).exitCode, 2);
+  EXPECT_EQ(Run({u"pdf"_s, u"--to"_s, to, u"--compression"_s, u"6"_s, photo}).exitCode, 2);
+  EXPECT_EQ(Run({u"pdf"_s, u"--to"_s, to, scratch_.Path("gone.jpg")}).exitCode, 1);
+}
+
 TEST_F(CommandLine, AKilledOptimizeOrReconnectLosesNoRow) {
   constexpr int kPhotos = 60;
   for (int i = 0; i < kPhotos; ++i)
