@@ -10,7 +10,9 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QTabBar>
 #include <QTabWidget>
+#include <algorithm>
 
 #include "metadata/exif_editor.h"
 #include "shell/error.h"
@@ -21,7 +23,7 @@ using namespace Qt::StringLiterals;
 namespace zqm {
 namespace {
 
-constexpr QSize kSize{600, 600};
+constexpr int kWidth = 600;
 
 }  // namespace
 
@@ -43,7 +45,6 @@ MetadataDialog::MetadataDialog(const Names& names, BatchPlace place, QWidget* pa
   look::MakePrimary(apply);
   connect(apply, &QPushButton::clicked, this,
           [this] { Guarded(names_.window, "cmdapply_Click", [this] { cmdapply_Click(); }); });
-  resize(kSize.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 QGridLayout* MetadataDialog::AddPage(const char16_t* caption) {
@@ -86,12 +87,20 @@ QComboBox* MetadataDialog::MakeList(const QStringList& items) {
 }
 
 void MetadataDialog::Finish() {
+  int highest = 0;
   for (int i = 0; i < tabs_->count(); ++i) {
-    auto* grid = qobject_cast<QGridLayout*>(
-        qobject_cast<QScrollArea*>(tabs_->widget(i))->widget()->layout());
+    QWidget* page = qobject_cast<QScrollArea*>(tabs_->widget(i))->widget();
+    auto* grid = qobject_cast<QGridLayout*>(page->layout());
     grid->setRowStretch(grid->rowCount(), 1);
+    page->ensurePolished();
+    highest = std::max(highest, grid->sizeHint().height());
   }
   fields_.begin()->second.box->setFocus();
+  // As high as the highest page; what stands around the pages is measured without them.
+  tabs_->setMaximumHeight(tabs_->tabBar()->sizeHint().height());
+  const int around = sizeHint().height() + look::kSpace24;
+  tabs_->setMaximumHeight(QWIDGETSIZE_MAX);
+  resize(QSize(kWidth, around + highest).boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 void MetadataDialog::Fill(const std::map<int, QString>& texts) {
