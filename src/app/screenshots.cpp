@@ -18,6 +18,8 @@
 #include "batch/delete_photos.h"
 #include "batch/ui/frmconfigure.h"
 #include "batch/ui/frmdelete.h"
+#include "batch/ui/frmeditiptc.h"
+#include "batch/ui/frmexif.h"
 #include "batch/ui/frmexternaleditor.h"
 #include "batch/ui/frmmove.h"
 #include "batch/ui/frmrename.h"
@@ -26,6 +28,8 @@
 #include "cataloguing/ui/frmcatalog.h"
 #include "cataloguing/ui/frmconnect.h"
 #include "imaging/ui/image_multi_x.h"
+#include "metadata/exif_editor.h"
+#include "metadata/iptc_editor.h"
 #include "search/ui/check_list.h"
 #include "search/ui/frmaddcategory.h"
 #include "search/ui/search_panel.h"
@@ -160,6 +164,7 @@ class Studio {
     frmrename single({place.catalogue, nullptr, photos.first(1)});
     single.findChild<QAbstractButton*>(u"Option3"_s)->setChecked(true);
     Show(single, u"frmrename-single"_s);
+    MetadataDialogs(place);
     CoreDatabase& core = session_.Core();
     if (core.Editors().empty())
       (void)core.WriteEditors(
@@ -170,6 +175,32 @@ class Studio {
     Show(confirm, u"frmconfirmeditor"_s);
     frmexternaleditor editor(core, photos);
     Show(editor, u"frmexternaleditor"_s);
+  }
+
+  void MetadataDialogs(const BatchPlace& place) {
+    frmexif exif(place);
+    const auto tick = [](QWidget& window, const QString& box) {
+      window.findChild<QAbstractButton*>(box)->setChecked(true);
+    };
+    exif.Fill({{FindExifField(u"Camera Make"), u"Zorki"_s},
+               {FindExifField(u"Shutter Speed"), u"1/250"_s},
+               {FindExifField(u"Exposure Time"), u"1/250"_s},
+               {FindExifField(u"Lens Aperture"), u"2.8"_s}});
+    for (const char16_t* caption : {u"Camera Make", u"Date/Time Original", u"Shutter Speed"})
+      tick(exif, u"chkexif(%1)"_s.arg(FindExifField(caption)));
+    auto* pages = exif.findChild<QTabWidget*>(u"TabStrip2"_s);
+    for (int page = 0; page < pages->count(); ++page) {
+      pages->setCurrentIndex(page);
+      Show(exif, u"frmexif-%1"_s.arg(page + 1));
+    }
+    frmeditiptc iptc(place);
+    iptc.Fill({{FindIptcField(u"Caption"), u"Fog on the lake"_s}});
+    tick(iptc, u"Check1"_s);
+    pages = iptc.findChild<QTabWidget*>(u"TabStrip1"_s);
+    for (int page = 0; page < pages->count(); ++page) {
+      pages->setCurrentIndex(page);
+      Show(iptc, u"frmeditiptc-%1"_s.arg(page + 1));
+    }
   }
 
   void Dialogs() {

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "batch/edit_metadata.h"
 #include "browser/folder_watch.h"
 #include "browser/keyword_fields.h"
 #include "browser/photo_info.h"
@@ -115,6 +116,12 @@ class Browser : public QObject, public BrowserView {
   QStringList mnuremoverejected_Click();
   /// Those of the selected photos that stand, for an external editor.
   QStringList mnuchoose_Click();
+  /// For an editor of metadata: the selected photos, whether they stand or not.
+  QStringList PhotosForMetadata();
+  /// Asks for a folder and writes texts of the selected photos' metadata into it.
+  void ExportMetadata(MetadataKind kind);
+  /// Asks, then takes the block out of the selected photos.
+  void RemoveMetadata(MetadataBlock block);
   /// Makes the selected photo the desktop's wallpaper.
   void mnuwallpaper_Click(WallpaperStyle style);
 
@@ -160,6 +167,8 @@ class Browser : public QObject, public BrowserView {
   QStringList Prepare(const char16_t* busyText,
                       const std::function<Result<QStringList>(BusyRun& run)>& photos);
   void RemoveFromList(const QStringList& paths);
+  void RunOver(const BatchTexts& texts,
+               const std::function<BatchResult(const BatchObserver& observer)>& work);
   void OnFolderChanged();
   void OnPhotoChanged(const QString& path);
   void Sort(const QString& busyText, const std::function<std::vector<int>()>& order);
@@ -183,7 +192,7 @@ class Browser : public QObject, public BrowserView {
   bool released_ = false;  // the catalogue is no longer to be used
   bool removing_ = false;  // what the view tells meanwhile is not the user's selection
   int holds_ = 0;
-  QSet<QString> gone_;  // of the run under way
+  QSet<QString> gone_;                // of the run under way
   QHash<QString, QString> formerly_;  // new path to the one before the run
 
   friend class FolderHold;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/photo_info.h"
 
-#include "metadata/decoding.h"
 #include "shell/dates.h"
 #include "shell/files.h"
 #include "shell/text.h"
@@ -89,6 +88,12 @@ const char16_t* PropertyCaption(Property property) {
   return kCaptions[static_cast<std::size_t>(property)];
 }
 
+QString PhotoInfo::Line(MetadataPage page, QStringView caption) const {
+  for (const MetadataLine& line : Page(page))
+    if (QStringView(line.caption) == caption) return line.text;
+  return QString();
+}
+
 PhotoInfo EmptyPhotoInfo() {
   PhotoInfo info;
   for (int page = 0; page < kMetadataPageCount; ++page)
@@ -109,7 +114,9 @@ PhotoInfo FilePhotoInfo(const QString& path, const PhotoFile& photo) {
   At(info, Property::HorizontalResolution) = WithUnit(parameters.GetIOProperty(u"DPIX"), u" dpi");
   At(info, Property::VerticalResolution) = WithUnit(parameters.GetIOProperty(u"DPIY"), u" dpi");
   FillTimes(path, info);
-  Fill(info.pages[0], DecodeExif(parameters, DecodeFor::Panel).fields);
+  const DecodedExif exif = DecodeExif(parameters, DecodeFor::Panel);
+  Fill(info.pages[0], exif.fields);
+  info.plain = exif.plain;
   Fill(info.pages[1], DecodeGps(parameters));
   Fill(info.pages[2], DecodeIptc(parameters));
   return info;

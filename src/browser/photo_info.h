@@ -8,6 +8,7 @@
 
 #include "catalogue/photo_recordset.h"
 #include "imaging/photo_reader.h"
+#include "metadata/decoding.h"
 
 namespace zqm {
 
@@ -43,6 +44,8 @@ using MetadataLines = std::vector<MetadataLine>;
 struct PhotoInfo {
   PhotoProperties properties;
   std::array<MetadataLines, kMetadataPageCount> pages;
+  /// Numbers without their units; empty where the row speaks for the file.
+  std::array<QString, kPlainCount> plain;
 
   const QString& Text(Property property) const {
     return properties[static_cast<std::size_t>(property)];
@@ -50,6 +53,8 @@ struct PhotoInfo {
   const MetadataLines& Page(MetadataPage page) const {
     return pages[static_cast<std::size_t>(page)];
   }
+  /// The text of a page's line; "" for a caption that it doesn't have.
+  QString Line(MetadataPage page, QStringView caption) const;
 };
 
 /// All lines, all empty: no photo, or several.

@@ -212,8 +212,8 @@ std::optional<QString> ListValue(const ExifField& field, const QString& item) {
 }
 
 std::optional<QDateTime> TypedDate(const QString& typed) {
-  QDateTime exact = QDateTime::fromString(typed.trimmed(), u"yyyy:MM:dd HH:mm:ss");
-  return exact.isValid() ? std::optional(exact) : ParseDate(typed);
+  const auto exact = ExifDate(typed.trimmed());
+  return exact ? exact : ParseDate(typed);
 }
 
 QString FilledTime(const std::array<QString, kPlainCount>& plain, Plain denominator,
@@ -311,6 +311,14 @@ QString FastDenominator(const QString& typed) {
 
 QString ExifDateText(const QDateTime& time) {
   return time.toString(u"yyyy:MM:dd HH:mm:ss");
+}
+
+std::optional<QDateTime> ExifDate(const QString& text) {
+  const QDate date = QDate::fromString(text.left(10), u"yyyy:MM:dd");
+  const QTime time = QTime::fromString(text.mid(10), u" HH:mm:ss");
+  if (!date.isValid() || !time.isValid()) return std::nullopt;
+  // Wall-clock time: no clock change moves it.
+  return QDateTime(date, time, Qt::UTC);
 }
 
 std::optional<QDateTime> PanelDate(const QString& text) {

@@ -70,6 +70,8 @@ QString FastDenominator(const QString& typed);
 
 /// "YYYY:MM:DD HH:MM:SS".
 QString ExifDateText(const QDateTime& time);
+/// The time of such a text; nothing where it isn't one.
+std::optional<QDateTime> ExifDate(const QString& text);
 /// A panel's date as a time, whatever an eastern locale has put for the halves of the day; nothing
 /// for what is no date.
 std::optional<QDateTime> PanelDate(const QString& text);

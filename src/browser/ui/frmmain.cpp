@@ -17,7 +17,6 @@
 #include "batch/delete_photos.h"
 #include "browser/ui/elided_label.h"
 #include "browser/ui/frmzolmira.h"
-#include "browser/ui/info_panel.h"
 #include "browser/ui/photo_panel.h"
 #include "browser/ui/thumbnail_panel.h"
 #include "cataloguing/ui/frmcatalog.h"
@@ -194,6 +193,7 @@ void frmmain::ConnectViews() {
     Guarded("frmmain", "ImageMultiX1_OnImageSelect", [this, &list] {
       browser_.OnImageSelect(list.SelectedPaths());
       actions_->SetSelected(static_cast<int>(browser_.Selected().size()));
+      info_->SetSelected(static_cast<int>(browser_.Selected().size()));
     });
   };
   connect(&list, &ImageMultiX::OnImageSelect, this, select);
@@ -214,6 +214,11 @@ void frmmain::ConnectViews() {
     Guarded("frmmain", "cmdinfo_Click", [this, &name] { DeleteCategory(name); });
   });
   connect(photoPanel_, &PhotoPanel::RebuildWanted, this, [this] { Run(Command::Rebuild); });
+  connect(info_, &InfoPanel::CommandWanted, this,
+          [this](MetadataCommand command, MetadataPage page) {
+            Guarded("frmmain", page == MetadataPage::Iptc ? "cmdiptc_Click" : "cmdexif_Click",
+                    [this, command, page] { RunMetadata(command, page); });
+          });
   connect(viewer_, &ImageX::OnViewChange, this, &frmmain::ShowZoom);
   connect(viewer_, &ImageX::FullSizeWanted, &browser_, &Browser::LoadFullSize);
 }
@@ -230,6 +235,7 @@ void frmmain::ShowList() {
   thumbnails_->SetEmptyState(text, empty && !anyRow);
   thumbnails_->SetCounter(browser_.Counter());
   actions_->SetSelected(0);
+  info_->SetSelected(0);
   if (wanted_.isEmpty()) return;
   thumbnails_->View().SelectPaths({wanted_});
   wanted_.clear();

@@ -4,6 +4,7 @@
 #include <QMainWindow>
 
 #include "browser/browser.h"
+#include "browser/ui/info_panel.h"
 #include "browser/ui/main_actions.h"
 #include "browser/window_state.h"
 #include "session/session.h"
@@ -19,7 +20,6 @@ class BusyLabel;
 class ElidedLabel;
 class FolderTree;
 class ImageX;
-class InfoPanel;
 class PhotoPanel;
 class SearchPanel;
 class ThumbnailPanel;
@@ -75,6 +75,10 @@ class frmmain : public QMainWindow {
   void DeleteThem(const QStringList& photos, const char16_t* question);
   void mnuchoose_Click();
   void mnuconfigure_Click();
+  void RunMetadata(MetadataCommand command, MetadataPage page);
+  PhotoInfo InfoToEdit() const;
+  void EditExif();
+  void EditIptc();
   void AddCategory();
   void DeleteCategory(const QString& name);
   void ShowCategories();

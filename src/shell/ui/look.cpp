@@ -37,26 +37,29 @@ QLabel[role="hint"] { font-size: 9pt; color: @quiet; }
 QLabel[role="warning"] { color: @rejectedtext; }
 QLabel:disabled, QLabel[role="caption"]:disabled { color: #707070; }
 
-QLineEdit, QPlainTextEdit, QTextEdit, QSpinBox, QComboBox {
+QLineEdit, QPlainTextEdit, QTextEdit, QSpinBox, QDateTimeEdit, QComboBox {
   background: @raised; border: 1px solid @line; border-radius: 4px;
   selection-background-color: @accent; selection-color: @onaccent; }
-QLineEdit, QSpinBox, QComboBox { min-height: 26px; max-height: 26px; padding: 0 8px; }
+QLineEdit, QSpinBox, QDateTimeEdit, QComboBox { min-height: 26px; max-height: 26px;
+  padding: 0 8px; }
 QPlainTextEdit, QTextEdit { padding: 4px; }
-QLineEdit:focus, QPlainTextEdit:focus, QTextEdit:focus, QSpinBox:focus, QComboBox:focus,
-QListView:focus, QTreeView:focus, QTableView:focus { border: 2px solid @accent; }
-QLineEdit:focus, QSpinBox:focus, QComboBox:focus { min-height: 24px; max-height: 24px;
-  padding: 0 7px; }
+QLineEdit:focus, QPlainTextEdit:focus, QTextEdit:focus, QSpinBox:focus,
+QDateTimeEdit:focus, QComboBox:focus, QListView:focus, QTreeView:focus, QTableView:focus {
+  border: 2px solid @accent; }
+QLineEdit:focus, QSpinBox:focus, QDateTimeEdit:focus, QComboBox:focus { min-height: 24px;
+  max-height: 24px; padding: 0 7px; }
 QPlainTextEdit:focus, QTextEdit:focus { padding: 3px; }
 QLineEdit:disabled, QPlainTextEdit:disabled, QTextEdit:disabled, QComboBox:disabled,
-QSpinBox:disabled { background: @panel; color: #808080; }
+QSpinBox:disabled, QDateTimeEdit:disabled { background: @panel; color: #808080; }
 QLineEdit[role="value"] { background: transparent; border: none; padding: 0; min-height: 22px;
   max-height: 22px; }
 QComboBox QAbstractItemView { background: @raised; border: 1px solid @line;
   selection-background-color: @accent; selection-color: @onaccent; }
 QLineEdit[role="compact"] { padding: 0 0 0 4px; }
 QLineEdit[role="compact"]:focus { padding: 0 0 0 3px; }
-QComboBox::drop-down { border: none; width: 24px; }
-QComboBox::down-arrow { image: url(":/look/branch-open.svg"); width: 12px; height: 12px; }
+QComboBox::drop-down, QDateTimeEdit::drop-down { border: none; width: 24px; }
+QComboBox::down-arrow, QDateTimeEdit::down-arrow { image: url(":/look/branch-open.svg");
+  width: 12px; height: 12px; }
 
 QPushButton { background: @raised; border: 1px solid @line; border-radius: 4px;
   min-height: 26px; max-height: 26px; padding: 0 16px; }
