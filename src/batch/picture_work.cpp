@@ -71,11 +71,21 @@ PictureResult RunPictures(
       },
       run.observer);
   result.done -= static_cast<int>(result.unwritten.rows.size());
-  if (run.view != nullptr) run.view->Live();
+  if (run.view != nullptr) {
+    if (!result.unwritten.Empty()) run.view->Say(Unwritten(result.unwritten));
+    run.view->Live();
+  }
   return result;
 }
 
 }  // namespace
+
+QString Unwritten(const FailureList& unwritten) {
+  const FailureRow& first = unwritten.rows.front();
+  const QString line = u"%1 could not be written: %2"_s.arg(GetFileName(first.File), first.Reason);
+  const auto more = unwritten.rows.size() - 1;
+  return more == 0 ? line : line + u" (and %1 more)"_s.arg(more);
+}
 
 MadePicture MakePicture(const QString& path, const PictureSettings& settings,
                         const std::function<Outcome(Picture& picture)>& change,

@@ -41,6 +41,9 @@ struct PictureResult : BatchResult {
   FailureList unwritten;  ///< each with its reason
 };
 
+/// The first of them with its reason, and how many more: for a line. `unwritten` isn't empty.
+QString Unwritten(const FailureList& unwritten);
+
 /// Where pictures are put.
 struct OutputOptions {
   ExistingFiles existing = ExistingFiles::Skip;

@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include "batch/edit_metadata.h"
+#include "batch/rotate_photos.h"
 #include "browser/folder_watch.h"
 #include "browser/keyword_fields.h"
 #include "browser/photo_info.h"
@@ -91,6 +92,8 @@ class Browser : public QObject, public BrowserView {
   void mnucatalogindividual_Click();
   /// Reads metadata and thumbnails of the selected photos again.
   void RebuildSelected();
+  /// Turns or mirrors the selected photos in their files.
+  void mnurotate_Click(const Turn& turn);
   /// Marks of all thumbnails as the catalogue has them now.
   void RefreshMarks();
 
@@ -127,6 +130,9 @@ class Browser : public QObject, public BrowserView {
 
   void MarkCatalogued(const QString& path) override;
   void MarkUncatalogued(const QString& path) override;
+  void ShowChanged(const QString& path) override;
+  void ShowWritten(const QString& path, bool catalogued) override;
+  void Say(const QString& line) override;
   /// Goes from the list at the next `Live`, with all others of the run.
   void RemovePhoto(const QString& path) override;
   void RenamePhoto(const QString& path, const QString& newPath) override;
@@ -148,6 +154,8 @@ class Browser : public QObject, public BrowserView {
   /// Whether user values can be edited, or why not.
   void KeywordsEnabled(bool enabled, const QString& why);
   void FailuresFound(const zqm::FailureList& failures);
+  /// For the status line.
+  void Said(const QString& line);
 
  private:
   void ClearForLoad();

@@ -24,6 +24,8 @@ class BrowserView {
   virtual void ShowChanged(const QString& /*path*/) {}
   /// A photo was written, over one that stood there or new, and is catalogued now or not.
   virtual void ShowWritten(const QString& /*path*/, bool /*catalogued*/) {}
+  /// What the user should read without being asked: for the status line.
+  virtual void Say(const QString& /*line*/) {}
   /// A run over files is through: what is shown of the selection is read again.
   virtual void Live() {}
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/file_parameters.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "imaging/tiff_editor.h"
@@ -231,7 +233,10 @@ QByteArray FileParameters::EditedExif(const QByteArray& original) const {
       exif_.ExifCleared() || original.isEmpty() ? TiffEditor::Empty() : TiffEditor::Open(original);
   if (!editor) return exif_.EncodeExif();
   editor->Apply(exif_);
-  return editor->Tags(ExifGroup::Image).empty() ? QByteArray() : editor->Take();
+  const bool empty =
+      std::ranges::all_of(std::array{ExifGroup::Image, ExifGroup::Photo, ExifGroup::Gps},
+                          [&](ExifGroup group) { return editor->Tags(group).empty(); });
+  return empty ? QByteArray() : editor->Take();
 }
 
 QString FileParameters::GetIOProperty(QStringView key) const {

@@ -57,7 +57,7 @@ void BatchDialog::Run(const BatchTexts& texts, const QString& label, const Work&
   if (running_) return;
   SetRunning(true);
   progress_->Begin(label);
-  const BatchResult result = work([&](const BatchProgress& at) {
+  const Result<BatchResult> result = work([&](const BatchProgress& at) {
     const QString text = labelOf && !at.path.isEmpty() ? labelOf(at.path) : QString();
     if (progress_->Show(at.done, at.total, text))
       setWindowTitle(QString::fromUtf16(texts.wait) + u" %1%"_s.arg(at.Percent()));
@@ -66,12 +66,14 @@ void BatchDialog::Run(const BatchTexts& texts, const QString& label, const Work&
   QCoreApplication::processEvents();
   SetRunning(false);
   progress_->End();
-  if (result.failures.Empty())
+  if (!result)
+    MsgBox(result.Reason(), MessageKind::Warning);
+  else if (result->failures.Empty())
     MsgBox(QString::fromUtf16(texts.done), MessageKind::Information);
   else
-    ShowFailures(result.failures, this);
+    ShowFailures(result->failures, this);
   setWindowTitle(caption_);
-  accept();
+  if (result) accept();
 }
 
 void BatchDialog::SetRunning(bool running) {

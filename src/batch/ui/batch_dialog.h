@@ -46,8 +46,10 @@ class BatchDialog : public QDialog {
   QPushButton* AddButton(const QString& caption, const char* name);
   QPushButton* CancelButton() const { return cancelButton_; }
 
-  using Work = std::function<BatchResult(const BatchObserver& observer)>;
-  /// Runs `work` over the photos, shows how it ended, and closes. `label` stands above the bar;
+  /// Fails where a run ends before its last photo.
+  using Work = std::function<Result<BatchResult>(const BatchObserver& observer)>;
+  /// Runs `work` over the photos, shows how it ended, and closes; one that failed leaves the dialog
+  /// for another try. `label` stands above the bar;
   /// `labelOf` says what stands there for a file instead, if anything does.
   void Run(const BatchTexts& texts, const QString& label, const Work& work,
            const std::function<QString(const QString& path)>& labelOf = {});

@@ -167,6 +167,8 @@ void frmmain::ConnectBrowser() {
   connect(&browser_, &Browser::PhotoCleared, this, &frmmain::ShowNoPhoto);
   connect(&browser_, &Browser::PhotoShown, this, &frmmain::ShowPhoto);
   connect(&browser_, &Browser::StatusChanged, status_, &ElidedLabel::SetParts);
+  connect(&browser_, &Browser::Said, this,
+          [this](const QString& line) { status_->SetParts(line, QString()); });
   connect(&browser_, &Browser::KeywordsEnabled, this, [this](bool enabled, const QString& why) {
     photoPanel_->SetEditable(enabled, why);
     actions_->SetEditable(enabled);
@@ -298,6 +300,18 @@ void frmmain::Run(Command command) {
     case Command::MoveTo:
     case Command::CopyTo:
       return MoveOrCopy(command);
+    case Command::Convert:
+      return ConvertThem();
+    case Command::Pdf:
+      return CreatePdfOfThem();
+    case Command::Resize:
+      return ResizeThem();
+    case Command::RotateClockwise:
+    case Command::RotateCounterClockwise:
+    case Command::Rotate180:
+    case Command::FlipVertical:
+    case Command::FlipHorizontal:
+      return Rotate(command);
     case Command::Rename:
       return mnurename_Click();
     case Command::Delete:

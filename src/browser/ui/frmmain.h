@@ -71,6 +71,10 @@ class frmmain : public QMainWindow {
   void mnunewdb_Click();
   void mnuoptimize_Click();
   void MoveOrCopy(Command command);
+  void ConvertThem();
+  void CreatePdfOfThem();
+  void ResizeThem();
+  void Rotate(Command command);
   void mnurename_Click();
   void DeleteThem(const QStringList& photos, const char16_t* question);
   void mnuchoose_Click();

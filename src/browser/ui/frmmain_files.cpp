@@ -5,8 +5,11 @@
 #include "batch/ui/frmconfigure.h"
 #include "batch/ui/frmdelete.h"
 #include "batch/ui/frmexternaleditor.h"
+#include "batch/ui/frmformat.h"
 #include "batch/ui/frmmove.h"
+#include "batch/ui/frmpdf.h"
 #include "batch/ui/frmrename.h"
+#include "batch/ui/frmresize.h"
 #include "browser/ui/frmmain.h"
 #include "shell/messages.h"
 #include "shell/ui/folder_tree.h"
@@ -23,6 +26,41 @@ void frmmain::MoveOrCopy(Command command) {
     frmmove(place, folders_->CurrentFolder(), this).exec();
   else
     frmcopy(place, folders_->CurrentFolder(), this).exec();
+}
+
+void frmmain::ConvertThem() {
+  const QStringList photos = browser_.mnufile2_Click(kConvertCommand);
+  if (photos.isEmpty()) return;
+  const FolderHold hold(browser_);
+  frmformat dialog({session_.ActiveCatalogue(), &browser_, photos}, session_.FormatSettings(),
+                   session_.ReadSettings(), this);
+  dialog.exec();
+}
+
+void frmmain::CreatePdfOfThem() {
+  const QStringList photos = browser_.mnufile2_Click(kPdfCommand);
+  if (photos.isEmpty()) return;
+  const FolderHold hold(browser_);
+  frmpdf dialog({session_.ActiveCatalogue(), &browser_, photos}, session_.WorkSettings(),
+                folders_->CurrentFolder(), this);
+  dialog.exec();
+}
+
+void frmmain::ResizeThem() {
+  const QStringList photos = browser_.mnufile2_Click(kResizeCommand);
+  if (photos.isEmpty()) return;
+  const FolderHold hold(browser_);
+  frmresize dialog({session_.ActiveCatalogue(), &browser_, photos}, session_.WorkSettings(),
+                   session_.ReadSettings(), this);
+  dialog.exec();
+}
+
+// The commands stand in the order of the turns.
+void frmmain::Rotate(Command command) {
+  const auto turn =
+      static_cast<std::size_t>(command) - static_cast<std::size_t>(Command::RotateClockwise);
+  const FolderHold hold(browser_);
+  browser_.mnurotate_Click(Turns()[turn]);
 }
 
 void frmmain::mnurename_Click() {

@@ -15,6 +15,7 @@ frmzolmira::frmzolmira(const MainActions& actions, QWidget* parent) : QMenu(pare
   addSeparator();
   actions.FillRatingMenu(addMenu(tr("&Rating")));
   actions.FillFlagMenu(addMenu(tr("&Flag")));
+  actions.FillRotateMenu(addMenu(tr("R&otate")));
   actions.FillWallpaperMenu(addMenu(tr("Set as &Wallpaper")));
   addSeparator();
   addAction(actions.Get(Command::CopyPaths));

@@ -43,6 +43,13 @@ constexpr Row kRows[] = {
      u"Move the selected photos, their rows with them", kNeedsSelection | kSeparatorBefore},
     {Command::CopyTo, u"&File", u"&Copy To Folder...", u"Ctrl+Shift+M", "edit-copy", "mnufile2(4)",
      u"Copy the selected photos", kNeedsSelection},
+    {Command::Convert, u"&File", u"Con&vert File Format", u"Ctrl+Shift+V", "document-export",
+     "mnufile2(6)", u"Write the selected photos in another format",
+     kNeedsSelection | kSeparatorBefore},
+    {Command::Pdf, u"&File", u"Create &PDF", u"Ctrl+Alt+P", "document-export", "mnufile2(7)",
+     u"Write the selected photos into PDF files", kNeedsSelection},
+    {Command::Resize, u"&File", u"Resi&ze Images", u"Ctrl+Alt+R", "transform-scale", "mnufile2(9)",
+     u"Give the selected photos another size", kNeedsSelection},
     {Command::Rename, u"&File", u"&Rename Images…", u"F2", "edit-rename", "mnurename",
      u"Give the selected photos new names", kNeedsSelection},
     {Command::Delete, u"&File", u"&Delete Photos…", u"Del", "edit-delete", "mnudelete",
@@ -117,6 +124,18 @@ constexpr Row kRows[] = {
      u"Neither flagged nor rejected", kEditsValues},
     {Command::Reject, u"&Photo", u"Re&jected", u"Ctrl+Shift+X", "edit-delete-remove", "mnureject",
      u"Mark this photo as rejected", kEditsValues},
+    {Command::RotateClockwise, u"&Photo", u"Rotate &Clockwise (90°)", u"Ctrl+Alt+Right",
+     "object-rotate-right", "mnurotate(1)", u"Turn the picture in its file",
+     kNeedsSelection | kOwnMenu},
+    {Command::RotateCounterClockwise, u"&Photo", u"Rotate C&ounter Clockwise (90°)",
+     u"Ctrl+Alt+Left", "object-rotate-left", "mnurotate(2)", u"Turn the picture in its file",
+     kNeedsSelection | kOwnMenu},
+    {Command::Rotate180, u"&Photo", u"Rotate &180°", u"", "", "mnurotate(3)",
+     u"Turn the picture in its file", kNeedsSelection | kOwnMenu},
+    {Command::FlipVertical, u"&Photo", u"Flip &Vertical", u"", "object-flip-vertical",
+     "mnurotate(4)", u"Mirror the picture in its file", kNeedsSelection | kOwnMenu},
+    {Command::FlipHorizontal, u"&Photo", u"Flip &Horizontal", u"", "object-flip-horizontal",
+     "mnurotate(5)", u"Mirror the picture in its file", kNeedsSelection | kOwnMenu},
     {Command::WallpaperCenter, u"&Photo", u"&Center", u"", "", "mnuwallpaper(0)",
      u"In its own size in the middle", kNeedsSelection | kOwnMenu},
     {Command::WallpaperStretch, u"&Photo", u"&Stretch", u"", "", "mnuwallpaper(1)",
@@ -158,6 +177,8 @@ namespace {
 constexpr Command kRatings[] = {Command::Rate1, Command::Rate2, Command::Rate3, Command::Rate4,
                                 Command::Rate5};
 constexpr Command kFlags[] = {Command::Flag, Command::Unflag, Command::Reject};
+constexpr Command kTurns[] = {Command::RotateClockwise, Command::RotateCounterClockwise,
+                              Command::Rotate180, Command::FlipVertical, Command::FlipHorizontal};
 constexpr Command kWallpapers[] = {Command::WallpaperCenter, Command::WallpaperStretch,
                                    Command::WallpaperTile};
 
@@ -176,8 +197,11 @@ void MainActions::FillMenuBar(QMenuBar* bar) const {
     if ((row.traits & kOwnMenu) == 0) menu->addAction(Get(row.command));
     // A submenu stands where the first of its commands does.
     if (row.command == kRatings[0]) FillRatingMenu(menu->addMenu(tr("&Rating")));
-    if (row.command == kWallpapers[0]) {
+    if (row.command == kTurns[0]) {
       menu->addSeparator();
+      FillRotateMenu(menu->addMenu(tr("R&otate")));
+    }
+    if (row.command == kWallpapers[0]) {
       FillWallpaperMenu(menu->addMenu(tr("Set as &Wallpaper")));
     }
   }
@@ -198,6 +222,10 @@ void MainActions::FillFlagMenu(QMenu* menu) const {
 
 void MainActions::FillWallpaperMenu(QMenu* menu) const {
   Fill(menu, kWallpapers);
+}
+
+void MainActions::FillRotateMenu(QMenu* menu) const {
+  Fill(menu, kTurns);
 }
 
 void MainActions::SetSelected(int count) {

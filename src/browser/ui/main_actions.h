@@ -18,6 +18,9 @@ enum class Command {
   ExternalEditor,
   MoveTo,
   CopyTo,
+  Convert,
+  Pdf,
+  Resize,
   Rename,
   Delete,
   DeleteRejected,
@@ -55,6 +58,11 @@ enum class Command {
   WallpaperCenter,
   WallpaperStretch,
   WallpaperTile,
+  RotateClockwise,
+  RotateCounterClockwise,
+  Rotate180,
+  FlipVertical,
+  FlipHorizontal,
   Editors,
   Settings,
   About,
@@ -73,6 +81,7 @@ class MainActions : public QObject {
   void FillRatingMenu(QMenu* menu) const;
   void FillFlagMenu(QMenu* menu) const;
   void FillWallpaperMenu(QMenu* menu) const;
+  void FillRotateMenu(QMenu* menu) const;
 
   /// Commands that need a selection, or photos in the list.
   void SetSelected(int count);
