@@ -9,8 +9,11 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSettings>
 #include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTimer>
 #include <cstdio>
 #include <memory>
 
@@ -21,8 +24,11 @@
 #include "batch/ui/frmeditiptc.h"
 #include "batch/ui/frmexif.h"
 #include "batch/ui/frmexternaleditor.h"
+#include "batch/ui/frmformat.h"
 #include "batch/ui/frmmove.h"
+#include "batch/ui/frmpdf.h"
 #include "batch/ui/frmrename.h"
+#include "batch/ui/frmresize.h"
 #include "browser/ui/frmmain.h"
 #include "cataloguing/reconnect.h"
 #include "cataloguing/ui/frmcatalog.h"
@@ -48,7 +54,7 @@ namespace {
 
 using namespace zqm;
 
-constexpr std::chrono::milliseconds kRest(400);
+constexpr std::chrono::milliseconds kRest(400), kIntoTheRun(900);
 
 /// Lets windows load what they show.
 void Settle(std::chrono::milliseconds time = kRest) {
@@ -165,6 +171,7 @@ class Studio {
     single.findChild<QAbstractButton*>(u"Option3"_s)->setChecked(true);
     Show(single, u"frmrename-single"_s);
     MetadataDialogs(place);
+    PictureDialogs(place);
     CoreDatabase& core = session_.Core();
     if (core.Editors().empty())
       (void)core.WriteEditors(
@@ -175,6 +182,34 @@ class Studio {
     Show(confirm, u"frmconfirmeditor"_s);
     frmexternaleditor editor(core, photos);
     Show(editor, u"frmexternaleditor"_s);
+  }
+
+  void PictureDialogs(const BatchPlace& place) {
+    const PictureSettings load = session_.WorkSettings();
+    frmformat format(place, load, session_.ReadSettings());
+    Show(format, u"frmformat"_s);
+    auto* formats = format.findChild<QListWidget*>(u"List1"_s);
+    for (const int row : {2, 7}) {
+      formats->setCurrentRow(row);
+      Show(format, u"frmformat-"_s + formats->currentItem()->text().left(3).toLower());
+    }
+    format.findChild<QAbstractButton*>(u"Option2"_s)->setChecked(true);
+    const QTemporaryDir out;
+    format.findChild<QLineEdit*>(u"Text1"_s)->setText(out.path());
+    ShowRunning(format, "Command4", u"frmformat-running"_s);
+    frmresize resize(place, load, session_.ReadSettings());
+    resize.findChild<QAbstractButton*>(u"Check3"_s)->setChecked(true);
+    Show(resize, u"frmresize"_s);
+    frmpdf pdf(place, load, photos_);
+    Q_EMIT pdf.findChild<FolderTree*>(u"FolderTreeview1"_s)->FolderClick(photos_);
+    pdf.findChild<QAbstractButton*>(u"Option4"_s)->setChecked(true);
+    Show(pdf, u"frmpdf"_s);
+  }
+
+  /// In the middle of what a button starts.
+  void ShowRunning(QDialog& window, const char* button, const QString& name) {
+    QTimer::singleShot(kIntoTheRun, &window, [&] { Take(window, name); });
+    window.findChild<QPushButton*>(QString::fromLatin1(button))->click();
   }
 
   void MetadataDialogs(const BatchPlace& place) {

@@ -11,6 +11,7 @@
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <memory>
 
 #include "batch/convert_settings.h"
 #include "shell/error.h"
@@ -27,7 +28,7 @@ frmformat::frmformat(BatchPlace place, const PictureSettings& load, const ReadRe
     : PictureDialog(std::move(place), u"Convert File Format"_s, "Label6",
                     {u"Place Converted Files in Source Folder",
                      u"Place Converted Files in the following folder", u"Overwrite existing files:",
-                     u"Catalog Converted Files", "Text1"},
+                     u"Catalog Converted Files", "Text1", u"Conversion Progress"},
                     read, parent),
       load_(load),
       formats_(new QListWidget),
@@ -35,8 +36,7 @@ frmformat::frmformat(BatchPlace place, const PictureSettings& load, const ReadRe
   setObjectName(u"frmformat"_s);
   formats_->setObjectName(u"List1"_s);
   formats_->setAccessibleName(QLatin1StringView("Select output format"));
-  // The first page is empty: no format is chosen yet.
-  settings_->addWidget(new QWidget);
+  settings_->addWidget(ComposeHint(tr("Each format has its own.")));
   for (const ConvertFormat& format : ConvertFormats()) {
     if (!format.listed) continue;
     formats_->addItem(QString::fromUtf16(format.caption));
@@ -53,15 +53,15 @@ frmformat::frmformat(BatchPlace place, const PictureSettings& load, const ReadRe
   choice->addLayout(head, 0, 0);
   choice->addWidget(formats_, 1, 0);
   choice->addWidget(look::Heading(u"File Format Settings"_s), 0, 1);
-  choice->addWidget(settings_, 1, 1, Qt::AlignTop);
+  choice->addWidget(settings_, 1, 1);
   choice->setColumnStretch(0, 1);
   choice->setColumnStretch(1, 1);
-  Body()->addLayout(choice);
+  Options()->addLayout(choice);
   auto* grid = new QGridLayout;
   look::SetSpace(grid, 0, look::kSpace8);
   grid->setColumnStretch(1, 1);
+  Options()->addLayout(grid);
   AddPlace(grid);
-  Body()->insertLayout(1, grid);
   UpdatePlace();
 
   CancelButton()->setObjectName(u"Command3"_s);
@@ -69,13 +69,13 @@ frmformat::frmformat(BatchPlace place, const PictureSettings& load, const ReadRe
   look::MakePrimary(convert);
   connect(convert, &QPushButton::clicked, this,
           [this] { Guarded("frmformat", "Command4_Click", [this] { Command4_Click(); }); });
-  connect(formats_, &QListWidget::currentRowChanged, this, &frmformat::List1_Click);
+  connect(formats_, &QListWidget::itemSelectionChanged, this, &frmformat::List1_Click);
   formats_->setFocus();
 }
 
 QWidget* frmformat::ComposeSettings(const ConvertFormat& format) {
-  auto* page = new QWidget;
-  auto* grid = new QGridLayout(page);
+  auto page = std::make_unique<QWidget>();
+  auto* grid = new QGridLayout(page.get());
   look::SetSpace(grid, 0, look::kSpace8);
   grid->setColumnStretch(1, 1);
   for (const ConvertSetting& setting : ConvertSettings()) {
@@ -91,7 +91,17 @@ QWidget* frmformat::ComposeSettings(const ConvertFormat& format) {
     grid->addWidget(caption, row, 0);
     grid->addWidget(control, row, 1);
   }
-  if (grid->count() == 0) grid->addWidget(look::Hint(tr("This format has no settings.")), 0, 0);
+  if (grid->count() == 0) return ComposeHint(tr("This format has none."));
+  grid->setRowStretch(grid->rowCount(), 1);
+  return page.release();
+}
+
+QWidget* frmformat::ComposeHint(const QString& text) {
+  auto* page = new QWidget;
+  auto* column = new QVBoxLayout(page);
+  look::SetSpace(column, 0, 0);
+  column->addWidget(look::Hint(text));
+  column->addStretch();
   return page;
 }
 
@@ -117,6 +127,7 @@ QWidget* frmformat::Control(const ConvertSetting& setting) {
   number->setObjectName(name);
   number->setRange(setting.least, setting.most);
   number->setValue(setting.standard);
+  number->setButtonSymbols(QAbstractSpinBox::NoButtons);
   chosen_.push_back({&setting, [number] { return number->value(); }});
   if (setting.kind == SettingKind::Number) return number;
   auto* slider = new QSlider(Qt::Horizontal);
@@ -135,13 +146,18 @@ QWidget* frmformat::Control(const ConvertSetting& setting) {
   return both;
 }
 
+int frmformat::FormatRow() const {
+  const auto selected = formats_->selectedItems();
+  return selected.isEmpty() ? -1 : formats_->row(selected.first());
+}
+
 void frmformat::List1_Click() {
-  settings_->setCurrentIndex(formats_->currentRow() + 1);
+  settings_->setCurrentIndex(FormatRow() + 1);
 }
 
 void frmformat::Command4_Click() {
   ConvertOptions options;
-  const int row = formats_->selectedItems().isEmpty() ? -1 : formats_->currentRow();
+  const int row = FormatRow();
   if (row >= 0) options.format = &ConvertFormats()[static_cast<std::size_t>(row)];
   options.besideSource = InOwnPlace();
   options.folder = Folder();
@@ -156,7 +172,7 @@ void frmformat::Command4_Click() {
       options.saveKeys.insert_or_assign(QString::fromUtf16(setting->key),
                                         KeyValue(*setting, value()));
   RunPictures(
-      convert_text::kConvert, u"Conversion Progress"_s,
+      convert_text::kConvert, QString::fromUtf16(convert_text::kConverting),
       [&](const PictureRun& run) { return ConvertPhotos(run, Photos(), options); },
       [](const QString& path) {
         return QString::fromUtf16(convert_text::kConverting) + GetFileName(path);

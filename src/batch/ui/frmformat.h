@@ -20,6 +20,8 @@ class frmformat : public PictureDialog {
 
  private:
   QWidget* ComposeSettings(const ConvertFormat& format);
+  static QWidget* ComposeHint(const QString& text);
+  int FormatRow() const;
   QWidget* Control(const ConvertSetting& setting);
   void List1_Click();
   void Command4_Click();

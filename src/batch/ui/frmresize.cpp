@@ -53,7 +53,7 @@ frmresize::frmresize(BatchPlace place, const PictureSettings& load, const ReadRe
     : PictureDialog(
           std::move(place), u"Resize Images"_s, "Label6",
           {u"Apply resize to original files", u"Place resized files in the following folder:",
-           u"Overwrite existing files:", u"Catalog Resized Files:", "Text3"},
+           u"Overwrite existing files:", u"Catalog Resized Files:", "Text3", u"Resizing"},
           read, parent),
       load_(load) {
   setObjectName(u"frmresize"_s);
@@ -62,18 +62,18 @@ frmresize::frmresize(BatchPlace place, const PictureSettings& load, const ReadRe
   look::SetSpace(head, 0, look::kSpace8);
   head->addWidget(look::Heading(tr("Size")), 1);
   head->addWidget(look::Hint(PhotoCount()));
-  Body()->addLayout(head);
+  Options()->addLayout(head);
   auto* size = new QGridLayout;
   look::SetSpace(size, 0, look::kSpace8);
   size->setColumnStretch(1, 1);
   ComposeSize(size);
   ComposeQuality(size);
-  Body()->addLayout(size);
-  Body()->addWidget(look::Heading(tr("Destination")));
+  Options()->addLayout(size);
+  Options()->addWidget(look::Heading(tr("Destination")));
   auto* grid = new QGridLayout;
   look::SetSpace(grid, 0, look::kSpace8);
   grid->setColumnStretch(1, 1);
-  Body()->addLayout(grid);
+  Options()->addLayout(grid);
   AddPlace(grid);
   UpdatePlace();
 

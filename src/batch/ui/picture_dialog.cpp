@@ -26,11 +26,14 @@ PictureDialog::PictureDialog(BatchPlace place, const QString& caption, const cha
     : BatchDialog(std::move(place), caption, labelName, parent),
       captions_(captions),
       read_(read),
+      optionsPane_(new QWidget),
+      options_(new QVBoxLayout(optionsPane_)),
       place_(new QButtonGroup(this)),
       folder_(new DestinationRow(captions.folderField)),
       existingCaption_(look::Caption(QString::fromUtf16(captions.existing))),
       existing_(new QComboBox),
       catalogue_(new QCheckBox(QString::fromUtf16(captions.catalogue))),
+      previewPane_(new QWidget),
       preview_(new QLabel) {
   existingCaption_->setObjectName(u"Label5"_s);
   existingCaption_->setBuddy(existing_);
@@ -41,7 +44,14 @@ PictureDialog::PictureDialog(BatchPlace place, const QString& caption, const cha
   preview_->setAlignment(Qt::AlignCenter);
   preview_->setMinimumHeight(kPreviewBox.height());
   preview_->setAccessibleName(tr("The picture in work"));
-  preview_->hide();
+  auto* column = new QVBoxLayout(previewPane_);
+  look::SetSpace(column, 0, look::kSpace12);
+  column->addWidget(look::Heading(QString::fromUtf16(captions.progress)));
+  column->addWidget(preview_, 1);
+  previewPane_->hide();
+  look::SetSpace(options_, 0, look::kSpace12);
+  Body()->addWidget(optionsPane_);
+  Body()->addWidget(previewPane_);
 }
 
 void PictureDialog::AddPlace(QGridLayout* grid) {
@@ -62,7 +72,6 @@ void PictureDialog::AddPlace(QGridLayout* grid) {
   connect(place_, &QButtonGroup::idToggled, this, [this](int, bool on) {
     if (on) UpdatePlace();
   });
-  Body()->addWidget(preview_);
 }
 
 void PictureDialog::UpdatePlace() {
@@ -89,7 +98,9 @@ OutputOptions PictureDialog::Output() const {
 void PictureDialog::RunPictures(const BatchTexts& texts, const QString& label,
                                 const PictureWork& work,
                                 const std::function<QString(const QString& path)>& labelOf) {
-  preview_->show();
+  previewPane_->setMinimumSize(optionsPane_->size());
+  optionsPane_->hide();
+  previewPane_->show();
   Run(
       texts, label,
       [&](const BatchObserver& observer) -> Result<BatchResult> {
@@ -99,6 +110,8 @@ void PictureDialog::RunPictures(const BatchTexts& texts, const QString& label,
                   }}));
       },
       labelOf);
+  previewPane_->hide();
+  optionsPane_->show();
 }
 
 }  // namespace zqm

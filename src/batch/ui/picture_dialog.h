@@ -25,11 +25,14 @@ class PictureDialog : public BatchDialog {
     const char16_t* folder;
     const char16_t* existing;
     const char16_t* catalogue;
-    const char* folderField;  ///< object name
+    const char* folderField;   ///< object name
+    const char16_t* progress;  ///< above the picture in work
   };
   PictureDialog(BatchPlace place, const QString& caption, const char* labelName,
                 const Captions& captions, ReadRequest read, QWidget* parent);
 
+  /// Where a window puts its options: they make room for the picture in work.
+  QVBoxLayout* Options() const { return options_; }
   /// Rows with the place, in a grid of captions and values.
   void AddPlace(QGridLayout* grid);
   bool InOwnPlace() const;
@@ -47,12 +50,15 @@ class PictureDialog : public BatchDialog {
  private:
   Captions captions_;
   ReadRequest read_;
+  QWidget* optionsPane_;
+  QVBoxLayout* options_;
   bool ownPlaceOverwrites_ = false;
   QButtonGroup* place_;
   DestinationRow* folder_;
   QLabel* existingCaption_;
   QComboBox* existing_;
   QCheckBox* catalogue_;
+  QWidget* previewPane_;
   QLabel* preview_;
 };
 
