@@ -174,20 +174,17 @@ void DeclareSearch(CLI::App& app, Arguments& a, Command& chosen) {
   search->add_option("--rating", a.ratings, "A rating, 1 to 5; repeat for alternatives")
       ->check(CLI::Range(1, 5))
       ->type_name("N")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+      ->allow_extra_args(false);
   search->add_option("--category", a.categories, "A category; repeat for alternatives")
       ->type_name("NAME")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+      ->allow_extra_args(false);
   search
       ->add_option(
           "--filter", a.filters,
           "A column's value as the catalogue holds it; repeat to narrow by columns, or for "
           "alternatives within one")
       ->type_name("\"COLUMN=VALUE\"")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+      ->allow_extra_args(false);
   search->add_flag("--print-sql", a.printSql, "Print the statement and stop");
   Does(search, chosen, [&a] {
     return RunSearch(a.Global(),
@@ -348,8 +345,7 @@ void DeclarePictureWork(CLI::App& app, Arguments& a, Command& chosen) {
       ->required();
   convert->add_option("--option", a.settings, "A save key and its number, JPEG_QUALITY=80")
       ->type_name("KEY=VALUE")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+      ->allow_extra_args(false);
   AddOutput(*convert, a);
   Does(convert, chosen, [&a] {
     return RunConvert(a.Global(), {ToText(a.format), ToTexts(a.settings), a.Output()},
@@ -402,8 +398,7 @@ void DeclareMetadata(CLI::App& app, Arguments& a, Command& chosen) {
     auto* command = app.add_subcommand(name, description);
     command->add_option("--set", a.settings, example)
         ->type_name("\"FIELD=TEXT\"")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        ->allow_extra_args(false);
     AddPaths(*command, "FILE", a.files, "Photo files");
     command->footer("Fields: " + fields +
                     ".\nEach file is stamped with this program as its last writer, also without "

@@ -50,6 +50,13 @@ void TellRemoved(BrowserView* view, const QString& path) {
   if (view != nullptr && !path.isEmpty()) view->RemovePhoto(path);
 }
 
+/// How the row of a path spells it, letter case aside; "" without a row.
+QString RowPath(const Catalogue& catalogue, const QString& path) {
+  const RowIndex& index = catalogue.Photos().Index();
+  const auto row = index.Find(path);
+  return row ? index.At(index.PositionOf(*row)).path : QString();
+}
+
 /// One file of a move.
 QStringList MoveOne(Catalogue& catalogue, const QString& path, const CarryOptions& options,
                     ExistingNames& names, BrowserView* view) {
@@ -65,10 +72,13 @@ QStringList MoveOne(Catalogue& catalogue, const QString& path, const CarryOption
   const FileChange back = standing.isEmpty()
                               ? FileChange([&path, &target] { return MoveFile(target, path); })
                               : FileChange();
+  // A row of the target whose file is gone is dropped, and its entry with it.
+  const QString stale = RowPath(catalogue, target);
   const Outcome moved = ChangeFileAndRow(catalogue, {u"move"_s, path, target}, move, back);
   if (!moved) return Reasons(moved);
   names.Add(target);
   TellRemoved(view, standing.isEmpty() ? target : standing);
+  if (stale != RowPath(catalogue, path)) TellRemoved(view, stale);
   TellRemoved(view, path);
   // Of a file whose spelling was another one.
   const bool otherRow = !standing.isEmpty() && standing != target && !FileExists(standing);
@@ -82,10 +92,12 @@ QStringList CopyOne(Catalogue& catalogue, const QString& path, const CarryOption
   if (!found) return {found.Reason()};
   const auto& [target, standing] = *found;
   const QString copy = standing.isEmpty() ? target : standing;
+  const QString stale = RowPath(catalogue, copy);
   const Outcome copied = AsDenied(RunAside([&path, &copy] { return CopyFile(path, copy); }));
   if (!copied) return Reasons(copied);
   names.Add(copy);
   TellRemoved(view, copy);
+  TellRemoved(view, stale);
   return Reasons(CatalogueRemoval(catalogue, copy));
 }
 
@@ -110,10 +122,15 @@ Outcome CheckDestination(const QString& folder) {
   return Failure{QString::fromUtf16(carry_text::kNoDestination)};
 }
 
+Outcome CheckFolderName(const QString& name) {
+  if (name.isEmpty()) return Failure{QString::fromUtf16(carry_text::kNoFolderName)};
+  if (!CheckIfValidFN(name)) return Failure{QString::fromUtf16(carry_text::kInvalidFolderName)};
+  return {};
+}
+
 Outcome CreateFolderIn(const QString& parent, const QString& name) {
   const auto refuse = [](const char16_t* text) { return Failure{QString::fromUtf16(text)}; };
-  if (name.isEmpty()) return refuse(carry_text::kNoFolderName);
-  if (!CheckIfValidFN(name)) return refuse(carry_text::kInvalidFolderName);
+  if (Outcome valid = CheckFolderName(name); !valid) return valid;
   if (FolderExists(PathIn(parent, name))) return refuse(carry_text::kFolderExists);
   Outcome made = CreateFolder(PathIn(parent, name));
   for (const int gone : {ENXIO, ENODEV, ENOMEDIUM})

@@ -22,6 +22,9 @@ struct CarryOptions {
 /// "Select destination folder." when none was given.
 Outcome CheckDestination(const QString& folder);
 
+/// Whether a new folder may have that name, or why not.
+Outcome CheckFolderName(const QString& name);
+
 /// Makes a folder of that name in `parent`, or says why not.
 Outcome CreateFolderIn(const QString& parent, const QString& name);
 

@@ -39,11 +39,14 @@ BatchResult RemovePhotos(Catalogue& catalogue, const QStringList& paths, Browser
   return result;
 }
 
-QStringList RejectedPhotos(const Catalogue& catalogue, const QStringList& paths) {
+QStringList RejectedPhotos(const Catalogue& catalogue, const QStringList& paths,
+                           const std::function<void(int done, int total)>& progress) {
   const std::vector<QString> flags = catalogue.Photos().TextsOf(Column::Flag, paths);
   QStringList rejected;
-  for (qsizetype i = 0; i < paths.size(); ++i)
+  for (qsizetype i = 0; i < paths.size(); ++i) {
     if (flags[static_cast<std::size_t>(i)] == u"Rejected") rejected.append(paths.at(i));
+    if (progress) progress(static_cast<int>(i) + 1, static_cast<int>(paths.size()));
+  }
   return rejected;
 }
 

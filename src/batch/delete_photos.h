@@ -21,7 +21,8 @@ BatchResult RemovePhotos(Catalogue& catalogue, const QStringList& paths, Browser
                          const BatchObserver& observer);
 
 /// Those of the photos whose row is marked as rejected, in their order.
-QStringList RejectedPhotos(const Catalogue& catalogue, const QStringList& paths);
+QStringList RejectedPhotos(const Catalogue& catalogue, const QStringList& paths,
+                           const std::function<void(int done, int total)>& progress = {});
 
 namespace delete_text {
 inline constexpr BatchTexts kDelete = {

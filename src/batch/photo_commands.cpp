@@ -47,9 +47,9 @@ Result<QStringList> PreparePhotos(const PhotoCommand& command, const QStringList
   int done = 0;
   for (const QString& path : selected) {
     if (FileExists(path)) standing.append(path);
-    if (progress) progress(++done, static_cast<int>(selected.size()));
     // One is enough where all are taken.
     if (!command.existingOnly && !standing.isEmpty()) return selected;
+    if (progress && command.existingOnly) progress(++done, static_cast<int>(selected.size()));
   }
   if (standing.isEmpty()) return Failure{QString::fromUtf16(command.unusable)};
   return standing;

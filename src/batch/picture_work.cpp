@@ -20,7 +20,7 @@ namespace {
 Outcome WriteOutput(const QString& path, const QString& standing, const QByteArray& file) {
   if (!standing.isEmpty() && ReadOnlyFile(standing))
     return Failure{QString::fromUtf16(kReasonPermission)};
-  Outcome written = AsDenied(RunAside([&path, &file] { return WriteFileAtomically(path, file); }));
+  Outcome written = RunAside([&path, &file] { return WriteFileAtomically(path, file); });
   if (written && !standing.isEmpty() && standing != path) (void)DeleteFile(standing);
   return written;
 }

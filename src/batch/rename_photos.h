@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include "batch/batch_run.h"
+#include "batch/photo_commands.h"
 #include "catalogue/catalogue.h"
 #include "cataloguing/browser_view.h"
 #include "shell/result.h"
@@ -52,5 +53,9 @@ inline constexpr char16_t kUnusable[] =
     u"Cannot rename the selected file(s) because they are offline or missing.";
 inline constexpr char16_t kRunning[] = u"Renaming selected files. Please wait...";
 }  // namespace rename_text
+
+/// Takes all photos as soon as one stands. Not of the numbered section of the menu.
+inline constexpr PhotoCommand kRenameCommand = {0, u"", rename_text::kPrepare,
+                                                rename_text::kUnusable, false};
 
 }  // namespace zqm

@@ -68,6 +68,7 @@ void Browser::ShowHits(const QString& statement, const QString& busyText) {
 void Browser::Refresh() {
   if (source_ == Source::Folder) return FolderTreeview1_FolderClick(folder_, false);
   if (statement_.isEmpty() || Refused() || !keywords_.CheckUpdate()) return;
+  ClearForLoad();
   ShowHits(statement_, QString::fromUtf16(search_text::kSearching));
 }
 

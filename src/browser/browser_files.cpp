@@ -62,8 +62,8 @@ QStringList Browser::mnufile2_Click(int index) {
 }
 
 QStringList Browser::mnurename_Click() {
-  const PhotoCommand rename{0, u"", rename_text::kPrepare, rename_text::kUnusable, false};
-  return Prepare(rename.prepare, [&](BusyRun&) { return PreparePhotos(rename, selected_, {}); });
+  return Prepare(kRenameCommand.prepare,
+                 [&](BusyRun&) { return PreparePhotos(kRenameCommand, selected_, {}); });
 }
 
 QStringList Browser::mnudelete_Click() {
@@ -71,8 +71,10 @@ QStringList Browser::mnudelete_Click() {
 }
 
 QStringList Browser::mnuremoverejected_Click() {
-  return Prepare(delete_text::kPrepareRejected, [&](BusyRun&) -> Result<QStringList> {
-    QStringList rejected = RejectedPhotos(catalogue_, thumbnails_.FileNames());
+  return Prepare(delete_text::kPrepareRejected, [&](BusyRun& run) -> Result<QStringList> {
+    QStringList rejected =
+        RejectedPhotos(catalogue_, thumbnails_.FileNames(),
+                       [&run](int done, int total) { run.Progress(done, total); });
     if (rejected.isEmpty()) return Failure{QString::fromUtf16(delete_text::kNoneRejected)};
     return rejected;
   });
@@ -136,6 +138,8 @@ void Browser::RenamePhoto(const QString& path, const QString& newPath) {
 }
 
 void Browser::Live() {
+  // Those that stay selected keep what was typed for them.
+  live_ = true;
   RemoveFromList(QStringList(gone_.begin(), gone_.end()));
   gone_.clear();
   if (!formerly_.isEmpty()) {

@@ -176,6 +176,13 @@ Outcome Catalogue::FollowIntent(qint64 id, const Intent& intent) {
   return followed;
 }
 
+qint64 Catalogue::Bytes() const {
+  qint64 bytes = 0;
+  database_->ReadOnce("SELECT page_count * page_size FROM pragma_page_count, pragma_page_size",
+                      [&](const Row& row) { bytes = row.Number(0); });
+  return bytes;
+}
+
 QStringList Catalogue::CheckIntegrity() const {
   QStringList faults = database_->CheckIntegrity();
   try {

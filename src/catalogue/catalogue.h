@@ -65,6 +65,8 @@ class Catalogue {
   /// The engine's integrity check and the program's own: row index and rows agree, every row has
   /// its path, every thumbnail belongs to a row. Empty when all is well, else what is wrong.
   QStringList CheckIntegrity() const;
+  /// What the rows take, those in the log beside the file too.
+  qint64 Bytes() const;
 
   /// Writes the catalogue without its gaps to a new file; `path` must not stand yet. `progress` is
   /// told how many rows of how many are through; it may read rows and yield to windows, but must

@@ -56,7 +56,7 @@ QString WithoutUnit(const QString& value, QStringView unit) {
 }
 
 /// The longest exposure first: seconds fall, and below them the denominators rise.
-Rank SortShutterSpeed(const QString& value, QStringView) {
+Rank SortShutterSpeed(const QString& value) {
   const QString text = WithoutUnit(value, u"sec");
   if (const auto seconds = Number(text)) return {0, -*seconds};
   if (!text.startsWith("1/"_L1)) return {kUnreadable, 0};
@@ -64,52 +64,61 @@ Rank SortShutterSpeed(const QString& value, QStringView) {
   return denominator ? Rank{1, *denominator} : Rank{kUnreadable, 0};
 }
 
-Rank SortCommonAlgorithm(const QString& value, QStringView unit) {
-  return ByNumber(Number(WithoutUnit(value, unit)));
+template <const char16_t* kUnit>
+Rank SortByNumber(const QString& value) {
+  return ByNumber(Number(WithoutUnit(value, kUnit)));
 }
+
+constexpr char16_t kNoUnit[] = u"", kAperture[] = u"F/", kLength[] = u"mm", kSpeed[] = u"ISO-",
+                   kDistance[] = u"m", kCompensation[] = u"Ev";
+constexpr auto SortCommonAlgorithm = SortByNumber<kNoUnit>;
+constexpr auto SortLensAperture = SortByNumber<kAperture>;
+constexpr auto SortFocalLength = SortByNumber<kLength>;
+constexpr auto SortISOSpeed = SortByNumber<kSpeed>;
+constexpr auto SortDistToFocusPt = SortByNumber<kDistance>;
+constexpr auto SortExposureCompensation = SortByNumber<kCompensation>;
 
 struct Kind {
   Column column;
-  Rank (*rank)(const QString& value, QStringView unit);
-  const char16_t* unit;
+  Rank (*rank)(const QString& value);
 };
 
 /// Every column that isn't here holds texts.
 constexpr Kind kKinds[] = {
-    {Column::ImageWidth, SortCommonAlgorithm, u""},
-    {Column::ImageHeight, SortCommonAlgorithm, u""},
-    {Column::HorizontalResolution, SortCommonAlgorithm, u""},
-    {Column::VerticalResolution, SortCommonAlgorithm, u""},
-    {Column::CompressedBPP, SortCommonAlgorithm, u""},
-    {Column::FocalPlaneXResolution, SortCommonAlgorithm, u""},
-    {Column::FocalPlaneYResolution, SortCommonAlgorithm, u""},
-    {Column::DigitalZoomRatio, SortCommonAlgorithm, u""},
-    {Column::BrightnessValue, SortCommonAlgorithm, u""},
-    {Column::FocalLength35mm, SortCommonAlgorithm, u""},
-    {Column::LatitudeDegrees, SortCommonAlgorithm, u""},
-    {Column::LatitudeMinutes, SortCommonAlgorithm, u""},
-    {Column::LatitudeSeconds, SortCommonAlgorithm, u""},
-    {Column::LongitudeDegrees, SortCommonAlgorithm, u""},
-    {Column::LongitudeMinutes, SortCommonAlgorithm, u""},
-    {Column::LongitudeSeconds, SortCommonAlgorithm, u""},
-    {Column::AltitudeReference, SortCommonAlgorithm, u""},
-    {Column::Altitude, SortCommonAlgorithm, u""},
-    {Column::ShutterSpeed, SortShutterSpeed, u"sec"},
-    {Column::ExposureTime, SortShutterSpeed, u"sec"},
-    {Column::LensAperture, SortCommonAlgorithm, u"F/"},
-    {Column::MaxApertureValue, SortCommonAlgorithm, u"F/"},
-    {Column::FNumber, SortCommonAlgorithm, u"F/"},
-    {Column::FocalLength, SortCommonAlgorithm, u"mm"},
-    {Column::ISOSpeed, SortCommonAlgorithm, u"ISO-"},
-    {Column::DistanceToFocusPoint, SortCommonAlgorithm, u"m"},
-    {Column::ExposureCompensation, SortCommonAlgorithm, u"Ev"},
+    {Column::ImageWidth, SortCommonAlgorithm},
+    {Column::ImageHeight, SortCommonAlgorithm},
+    {Column::HorizontalResolution, SortCommonAlgorithm},
+    {Column::VerticalResolution, SortCommonAlgorithm},
+    {Column::CompressedBPP, SortCommonAlgorithm},
+    {Column::FocalPlaneXResolution, SortCommonAlgorithm},
+    {Column::FocalPlaneYResolution, SortCommonAlgorithm},
+    {Column::DigitalZoomRatio, SortCommonAlgorithm},
+    {Column::BrightnessValue, SortCommonAlgorithm},
+    {Column::FocalLength35mm, SortCommonAlgorithm},
+    {Column::LatitudeDegrees, SortCommonAlgorithm},
+    {Column::LatitudeMinutes, SortCommonAlgorithm},
+    {Column::LatitudeSeconds, SortCommonAlgorithm},
+    {Column::LongitudeDegrees, SortCommonAlgorithm},
+    {Column::LongitudeMinutes, SortCommonAlgorithm},
+    {Column::LongitudeSeconds, SortCommonAlgorithm},
+    {Column::AltitudeReference, SortCommonAlgorithm},
+    {Column::Altitude, SortCommonAlgorithm},
+    {Column::ShutterSpeed, SortShutterSpeed},
+    {Column::ExposureTime, SortShutterSpeed},
+    {Column::LensAperture, SortLensAperture},
+    {Column::MaxApertureValue, SortLensAperture},
+    {Column::FNumber, SortLensAperture},
+    {Column::FocalLength, SortFocalLength},
+    {Column::ISOSpeed, SortISOSpeed},
+    {Column::DistanceToFocusPoint, SortDistToFocusPt},
+    {Column::ExposureCompensation, SortExposureCompensation},
 };
 
 void SortByKind(QStringList& values, const Kind& kind) {
   std::vector<std::pair<Rank, QString>> ranked;
   ranked.reserve(static_cast<std::size_t>(values.size()));
   for (QString& value : values)
-    ranked.emplace_back(kind.rank(value, kind.unit), std::move(value));
+    ranked.emplace_back(kind.rank(value), std::move(value));
   std::ranges::stable_sort(ranked, {}, [](const auto& entry) { return entry.first; });
   values.clear();
   for (auto& [rank, value] : ranked)

@@ -62,7 +62,7 @@ Result<OptimizeReport> Optimize(Session& session,
   if (!FileExists(path)) return Failure{QString::fromUtf16(maintenance_text::kNotLocated)};
   Catalogue& catalogue = session.ActiveCatalogue();
   const QString compacted = session.Folders().ScratchFolder() + u"/temp.mdb"_s;
-  OptimizeReport report{QFileInfo(path).size(), 0};
+  OptimizeReport report{catalogue.Bytes(), 0};
 
   Outcome done = CompactAndCheck(catalogue, compacted, progress);
   report.after = QFileInfo(compacted).size();

@@ -26,7 +26,7 @@ TEST_F(MetadataCommands, FieldsAreWrittenExportedAndRemoved) {
   const QString gone = scratch_.Path("photos/gone.jpg");
   ASSERT_EQ(Run({u"catalog"_s, scratch_.Path("photos")}).exitCode, 0);
   const test::Ran edited =
-      Run({u"exif"_s, photo, gone, u"--set"_s, u"camera make=A=B"_s, u"--set"_s,
+      Run({u"exif"_s, u"--set"_s, u"camera make=A=B"_s, photo, gone, u"--set"_s,
            u"Shutter Speed=1/250"_s, u"--set"_s, u"Flash Mode=no flash"_s});
   EXPECT_EQ(edited.exitCode, 1);
   EXPECT_EQ(edited.err, u"The EXIF data of the following files could not be edited:\n"_s + gone +

@@ -209,11 +209,50 @@ TEST_F(Browsing, SeveralPhotosKeepThePanelOnlyWhenRefreshedLive) {
   ASSERT_TRUE(browser_.Keywords().CheckUpdate());
   browser_.RefreshLive();
   EXPECT_EQ(At(KeywordField::Author).Text(), u"Jo"_s);
+  // Also when others of the selection went.
+  const QString gone = AddPhoto(u"gone.jpg"_s);
+  Browse();
+  Select({a, b, gone});
+  At(KeywordField::Author).Edit(u"Jo"_s);
+  ASSERT_TRUE(browser_.Keywords().CheckUpdate());
+  browser_.RemovePhoto(gone);
+  browser_.Live();
+  EXPECT_EQ(browser_.Selected().size(), 2);
+  EXPECT_EQ(At(KeywordField::Author).Text(), u"Jo"_s);
   Select({b, a});
   EXPECT_EQ(At(KeywordField::Author).Text(), QString());
   Select({b});
   Select({b, AddPhoto(u"c.jpg"_s)});
   EXPECT_FALSE(editable_);
+}
+
+TEST_F(Browsing, ASearchThatFindsNothingWhenRepeatedShowsNothing) {
+  const QString a = AddPhoto(u"a.jpg"_s);
+  CatalogueThem({a});
+  Select({a});
+  At(KeywordField::Notes).Edit(u"sunset"_s);
+  ASSERT_TRUE(browser_.Keywords().CheckUpdate());
+  browser_.Search({u"sunset"_s});
+  EXPECT_EQ(Names(), QStringList{u"a.jpg"_s});
+  Select({a});
+  At(KeywordField::Notes).Edit(u"dawn"_s);
+  ASSERT_TRUE(browser_.Keywords().CheckUpdate());
+  browser_.Refresh();
+  EXPECT_EQ(Names(), QStringList());
+  EXPECT_EQ(browser_.Selected(), QStringList());
+}
+
+TEST_F(Browsing, PicturesThatWereWrittenJoinTheFolder) {
+  const QString a = AddPhoto(u"a.jpg"_s);
+  Browse();
+  const QString made = AddPhoto(u"made.jpg"_s);
+  const FolderHold hold(browser_);
+  browser_.ShowWritten(made, true);
+  browser_.ShowWritten(a, false);
+  browser_.ShowWritten(scratch_.Path("elsewhere.jpg"), true);
+  EXPECT_EQ(Names(), (QStringList{u"a.jpg"_s, u"made.jpg"_s}));
+  EXPECT_EQ(LookOf(made).topText, u"Cataloged"_s);
+  EXPECT_EQ(LookOf(a).topText, QString());
 }
 
 TEST_F(Browsing, CataloguingTheSelectionMarksAndTells) {

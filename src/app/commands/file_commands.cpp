@@ -78,6 +78,8 @@ int RunRename(const GlobalOptions& global, const RenameFiles& files, const Conso
   if (options.mode == RenameMode::SingleFile && photos.size() > 1)
     return console.Refuse(u"--name: for a single file only"_s);
   const QStringList names = RenamePreview(photos, options);
+  const auto usable = PreparePhotos(kRenameCommand, photos, {});
+  if (!files.preview && !usable) return console.Fail(usable.Reason());
   if (!files.preview)
     return RunOver(
         global, true, rename_text::kRename, "Renamed",

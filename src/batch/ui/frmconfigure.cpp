@@ -158,7 +158,7 @@ void frmconfigure::cmdadd_Click() {
     MsgBox(program.Reason(), MessageKind::Information);
     return;
   }
-  Propose({GetBaseName(path), path});
+  Propose({GetFileName(path), path});
 }
 
 void frmconfigure::Propose(const ExternalEditor& editor) {

@@ -101,8 +101,10 @@ void CarryDialog::Choose(const QString& folder) {
 }
 
 void CarryDialog::Command1_Click() {
-  Outcome made = CheckDestination(chosen_);
-  if (made) made = CreateFolderIn(chosen_, newFolderEdit_->text());
+  const QString name = newFolderEdit_->text();
+  Outcome made = CheckFolderName(name);
+  if (made) made = CheckDestination(chosen_);
+  if (made) made = CreateFolderIn(chosen_, name);
   if (!made) {
     MsgBox(made.Reason(), MessageKind::Information);
     newFolderEdit_->setFocus();

@@ -204,8 +204,9 @@ void frmmain::ConnectViews() {
     frmzolmira menu(*actions_, this);
     menu.exec(at);
   });
-  connect(thumbnails_, &ThumbnailPanel::ImportWanted, this,
-          [this] { Run(Command::CatalogFolders); });
+  connect(thumbnails_, &ThumbnailPanel::ImportWanted, this, [this] {
+    Guarded("frmmain", "mnucatalog_Click", [this] { Run(Command::CatalogFolders); });
+  });
   connect(search_, &SearchPanel::SearchWanted, this, [this] {
     Guarded("frmmain", "BuildSQL", [this] { browser_.Search(search_->Criteria()); });
   });
@@ -215,7 +216,8 @@ void frmmain::ConnectViews() {
   connect(photoPanel_, &PhotoPanel::DeleteCategoryWanted, this, [this](const QString& name) {
     Guarded("frmmain", "cmdinfo_Click", [this, &name] { DeleteCategory(name); });
   });
-  connect(photoPanel_, &PhotoPanel::RebuildWanted, this, [this] { Run(Command::Rebuild); });
+  connect(photoPanel_, &PhotoPanel::RebuildWanted, this,
+          [this] { Guarded("frmmain", "cmdinfo_Click", [this] { Run(Command::Rebuild); }); });
   connect(info_, &InfoPanel::CommandWanted, this,
           [this](MetadataCommand command, MetadataPage page) {
             Guarded("frmmain", page == MetadataPage::Iptc ? "cmdiptc_Click" : "cmdexif_Click",
@@ -247,6 +249,8 @@ void frmmain::ShowSelection() {
   thumbnails_->View().BlockSelectionSignals(true);
   thumbnails_->View().SelectPaths(browser_.Selected());
   thumbnails_->View().BlockSelectionSignals(false);
+  actions_->SetSelected(static_cast<int>(browser_.Selected().size()));
+  info_->SetSelected(static_cast<int>(browser_.Selected().size()));
 }
 
 void frmmain::ShowPhoto(const ShownPhoto& photo) {

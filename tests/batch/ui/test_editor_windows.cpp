@@ -60,7 +60,7 @@ TEST_F(EditorWindows, EditorsAreAddedAndRemovedAndCancelUndoes) {
     EXPECT_EQ(messages_.size(), 1);
     Add(window, paint);
     EXPECT_EQ(asked_, u"Select Photo Editor"_s);
-    EXPECT_EQ(Editors(), (std::vector<ExternalEditor>{{u"paint"_s, paint}}));
+    EXPECT_EQ(Editors(), (std::vector<ExternalEditor>{{u"paint.sh"_s, paint}}));
     Add(window, paint, u"again"_s);
     EXPECT_EQ(messages_.last(),
               u"The Photo Editor that you are trying to add is already present in the list."_s);
@@ -74,13 +74,13 @@ TEST_F(EditorWindows, EditorsAreAddedAndRemovedAndCancelUndoes) {
   EXPECT_FALSE(window.findChild<QPushButton*>(u"cmdremove"_s)->isEnabled());
   list->setCurrentRow(0);
   Click(window, u"cmdremove");
-  EXPECT_EQ(messages_.last(), u"Delete paint from the list of Photo Editors?"_s);
+  EXPECT_EQ(messages_.last(), u"Delete paint.sh from the list of Photo Editors?"_s);
   EXPECT_EQ(Editors().size(), 2U);
   answer_ = Answer::Yes;
   Click(window, u"cmdremove");
   EXPECT_EQ(Editors().size(), 1U);
   Click(window, u"cmdcancel");
-  EXPECT_EQ(Editors(), (std::vector<ExternalEditor>{{u"paint"_s, paint}}));
+  EXPECT_EQ(Editors(), (std::vector<ExternalEditor>{{u"paint.sh"_s, paint}}));
 }
 
 TEST_F(EditorWindows, PhotosOpenInTheChosenOne) {

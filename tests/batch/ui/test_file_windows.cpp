@@ -78,7 +78,7 @@ TEST_F(FileWindows, MovingNeedsADestinationAndClosesWhenItIsDone) {
   Click(u"cmdok");
   Click(u"Command1");
   EXPECT_EQ(messages_,
-            (QStringList{u"Select destination folder."_s, u"Select destination folder."_s}));
+            (QStringList{u"Select destination folder."_s, u"Enter the name of the new folder."_s}));
   EXPECT_EQ(Find<QComboBox>(u"Combo1")->currentText(), u"Skip"_s);
   Choose(In("b"));
   EXPECT_EQ(Find<QLineEdit>(u"Text1")->text(), In("b/"));
