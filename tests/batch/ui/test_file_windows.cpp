@@ -15,7 +15,7 @@
 #include "batch/ui/frmrename.h"
 #include "shell/ui/folder_tree.h"
 #include "shell/ui/frmerror.h"
-#include "tests/batch/batch_fixture.h"
+#include "tests/batch/ui/batch_window_fixture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,22 +31,8 @@ struct Meddler : test::ToldView {
   }
 };
 
-class FileWindows : public test::BatchTest {
+class FileWindows : public test::BatchWindowTest<Meddler> {
  protected:
-  template <class Window, class... More>
-  void Open(const QStringList& photos, const More&... more) {
-    window_ = std::make_unique<Window>(BatchPlace{TheCatalogue(), &meddler_, photos}, more...);
-    window_->show();
-  }
-  template <class Widget>
-  Widget* Find(const char16_t* name) {
-    auto* widget = window_->findChild<Widget*>(QString::fromUtf16(name));
-    EXPECT_NE(widget, nullptr) << QString::fromUtf16(name).toStdString();
-    return widget;
-  }
-  void Click(const char16_t* button) {
-    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
-  }
   /// Choosing a folder as a click in the tree does.
   void Choose(const QString& folder) {
     Q_EMIT Find<FolderTree>(u"FolderTreeview1")->FolderClick(folder);
@@ -64,8 +50,6 @@ class FileWindows : public test::BatchTest {
     look_.start(10);
   }
 
-  Meddler meddler_;
-  std::unique_ptr<QDialog> window_;
   QTimer look_;
   QString heading_;
   int failures_ = 0;
@@ -89,7 +73,7 @@ TEST_F(FileWindows, MovingNeedsADestinationAndClosesWhenItIsDone) {
   EXPECT_EQ(Find<QLineEdit>(u"Text1")->text(), In("b/new/"));
 
   QStringList during;
-  meddler_.act = [&] {
+  told_.act = [&] {
     window_->close();
     window_->reject();
     for (const char16_t* name : {u"cmdok", u"cmdcancel", u"Command1"})
@@ -182,7 +166,7 @@ TEST_F(RenameWindow, ThePreviewIsWhatIsDone) {
   Click(u"Command1");
   EXPECT_EQ(messages_.last(), u"Renaming Images Completed."_s);
   EXPECT_EQ(Names("a"), (QStringList{u"0ne.jpg"_s, u"tw0.jpg"_s}));
-  EXPECT_EQ(meddler_.told.last(), u"live"_s);
+  EXPECT_EQ(told_.told.last(), u"live"_s);
   EXPECT_FALSE(window_->isVisible());
 }
 

@@ -14,7 +14,7 @@
 #include "batch/ui/frmpdf.h"
 #include "batch/ui/frmresize.h"
 #include "shell/ui/folder_tree.h"
-#include "tests/batch/batch_fixture.h"
+#include "tests/batch/ui/batch_window_fixture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -30,26 +30,7 @@ struct Watcher : test::ToldView {
   }
 };
 
-class PictureWindows : public test::BatchTest {
- protected:
-  template <class Window, class... More>
-  void Open(const QStringList& photos, const More&... more) {
-    window_ = std::make_unique<Window>(BatchPlace{TheCatalogue(), &watcher_, photos}, more...);
-    window_->show();
-  }
-  template <class Widget>
-  Widget* Find(const char16_t* name) {
-    auto* widget = window_->findChild<Widget*>(QString::fromUtf16(name));
-    EXPECT_NE(widget, nullptr) << QString::fromUtf16(name).toStdString();
-    return widget;
-  }
-  void Click(const char16_t* button) {
-    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
-  }
-
-  Watcher watcher_;
-  std::unique_ptr<QDialog> window_;
-};
+class PictureWindows : public test::BatchWindowTest<Watcher> {};
 
 TEST_F(PictureWindows, AConversionTakesTheSettingsOfItsFormat) {
   const QString photo = Photo("a/1.jpg");
@@ -70,7 +51,7 @@ TEST_F(PictureWindows, AConversionTakesTheSettingsOfItsFormat) {
 
   QString label;
   bool preview = false;
-  watcher_.look = [&] {
+  told_.look = [&] {
     label = Find<QLabel>(u"Label6")->text();
     preview = !Find<QLabel>(u"ImageX2")->pixmap(Qt::ReturnByValue).isNull();
     window_->close();
@@ -83,7 +64,7 @@ TEST_F(PictureWindows, AConversionTakesTheSettingsOfItsFormat) {
   Picture made;
   ASSERT_TRUE(made.LoadFromFile(In("b/1.jpg")));
   EXPECT_EQ(made.GetIOProperty(u"SAMPLESPERPIXEL"), u"1"_s);
-  EXPECT_EQ(watcher_.told, (QStringList{u"+ "_s + In("b/1.jpg"), u"live"_s}));
+  EXPECT_EQ(told_.told, (QStringList{u"+ "_s + In("b/1.jpg"), u"live"_s}));
 }
 
 TEST_F(PictureWindows, AResizeLetsOneSideFollowAndChecksWhatIsTyped) {
