@@ -40,6 +40,10 @@ BatchDialog::BatchDialog(BatchPlace place, const QString& caption, const char* l
   column->addLayout(foot_);
 }
 
+void BatchDialog::AddBelow(QWidget* widget) {
+  static_cast<QVBoxLayout*>(layout())->insertWidget(1, widget, 1);
+}
+
 QString BatchDialog::PhotoCount() const {
   const auto count = static_cast<int>(place_.photos.size());
   return count == 1 ? tr("1 photo") : tr("%1 photos").arg(QLocale().toString(count));

@@ -42,6 +42,8 @@ class BatchDialog : public QDialog {
 
   /// Where a dialog puts its options.
   QVBoxLayout* Body() const { return body_; }
+  /// Below the options, and not locked with them.
+  void AddBelow(QWidget* widget);
   /// Buttons stand in the order in which they are added, cancel before them.
   QPushButton* AddButton(const QString& caption, const char* name);
   QPushButton* CancelButton() const { return cancelButton_; }

@@ -56,11 +56,11 @@ frmformat::frmformat(BatchPlace place, const PictureSettings& load, const ReadRe
   choice->addWidget(settings_, 1, 1);
   choice->setColumnStretch(0, 1);
   choice->setColumnStretch(1, 1);
-  Options()->addLayout(choice);
+  Body()->addLayout(choice);
   auto* grid = new QGridLayout;
   look::SetSpace(grid, 0, look::kSpace8);
   grid->setColumnStretch(1, 1);
-  Options()->addLayout(grid);
+  Body()->addLayout(grid);
   AddPlace(grid);
   UpdatePlace();
 

@@ -62,18 +62,18 @@ frmresize::frmresize(BatchPlace place, const PictureSettings& load, const ReadRe
   look::SetSpace(head, 0, look::kSpace8);
   head->addWidget(look::Heading(tr("Size")), 1);
   head->addWidget(look::Hint(PhotoCount()));
-  Options()->addLayout(head);
+  Body()->addLayout(head);
   auto* size = new QGridLayout;
   look::SetSpace(size, 0, look::kSpace8);
   size->setColumnStretch(1, 1);
   ComposeSize(size);
   ComposeQuality(size);
-  Options()->addLayout(size);
-  Options()->addWidget(look::Heading(tr("Destination")));
+  Body()->addLayout(size);
+  Body()->addWidget(look::Heading(tr("Destination")));
   auto* grid = new QGridLayout;
   look::SetSpace(grid, 0, look::kSpace8);
   grid->setColumnStretch(1, 1);
-  Options()->addLayout(grid);
+  Body()->addLayout(grid);
   AddPlace(grid);
   UpdatePlace();
 

@@ -26,8 +26,6 @@ PictureDialog::PictureDialog(BatchPlace place, const QString& caption, const cha
     : BatchDialog(std::move(place), caption, labelName, parent),
       captions_(captions),
       read_(read),
-      optionsPane_(new QWidget),
-      options_(new QVBoxLayout(optionsPane_)),
       place_(new QButtonGroup(this)),
       folder_(new DestinationRow(captions.folderField)),
       existingCaption_(look::Caption(QString::fromUtf16(captions.existing))),
@@ -49,9 +47,7 @@ PictureDialog::PictureDialog(BatchPlace place, const QString& caption, const cha
   column->addWidget(look::Heading(QString::fromUtf16(captions.progress)));
   column->addWidget(preview_, 1);
   previewPane_->hide();
-  look::SetSpace(options_, 0, look::kSpace12);
-  Body()->addWidget(optionsPane_);
-  Body()->addWidget(previewPane_);
+  AddBelow(previewPane_);
 }
 
 void PictureDialog::AddPlace(QGridLayout* grid) {
@@ -98,8 +94,9 @@ OutputOptions PictureDialog::Output() const {
 void PictureDialog::RunPictures(const BatchTexts& texts, const QString& label,
                                 const PictureWork& work,
                                 const std::function<QString(const QString& path)>& labelOf) {
-  previewPane_->setMinimumSize(optionsPane_->size());
-  optionsPane_->hide();
+  QWidget* options = Body()->parentWidget();
+  previewPane_->setMinimumSize(options->size());
+  options->hide();
   previewPane_->show();
   Run(
       texts, label,
@@ -111,7 +108,7 @@ void PictureDialog::RunPictures(const BatchTexts& texts, const QString& label,
       },
       labelOf);
   previewPane_->hide();
-  optionsPane_->show();
+  options->show();
 }
 
 }  // namespace zqm

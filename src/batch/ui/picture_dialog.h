@@ -15,7 +15,7 @@ namespace zqm {
 class DestinationRow;
 
 /// A dialog whose run writes pictures: where they go, what is done with those that stand, whether
-/// they are catalogued; the picture in work while it runs.
+/// they are catalogued; the picture in work in the place of the options while it runs.
 class PictureDialog : public BatchDialog {
   Q_OBJECT
  protected:
@@ -31,8 +31,6 @@ class PictureDialog : public BatchDialog {
   PictureDialog(BatchPlace place, const QString& caption, const char* labelName,
                 const Captions& captions, ReadRequest read, QWidget* parent);
 
-  /// Where a window puts its options: they make room for the picture in work.
-  QVBoxLayout* Options() const { return options_; }
   /// Rows with the place, in a grid of captions and values.
   void AddPlace(QGridLayout* grid);
   bool InOwnPlace() const;
@@ -50,8 +48,6 @@ class PictureDialog : public BatchDialog {
  private:
   Captions captions_;
   ReadRequest read_;
-  QWidget* optionsPane_;
-  QVBoxLayout* options_;
   bool ownPlaceOverwrites_ = false;
   QButtonGroup* place_;
   DestinationRow* folder_;
