@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Commands of the main window that write pictures.
+#include <QListWidget>
+#include <QPushButton>
+#include <QTimer>
+
+#include "batch/ui/frmformat.h"
+#include "imaging/picture.h"
+#include "imaging/ui/image_x.h"
+#include "tests/browser/ui/main_window_fixture.h"
+#include "tests/support/print_text.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+using PictureMenu = test::MainWindowTest;
+
+TEST_F(PictureMenu, ATurnedPhotoIsShownTurnedAndItsRowStays) {
+  const QString path = AddPhoto(u"1.jpg"_s);
+  CatalogueThem({path});
+  ASSERT_TRUE(Photos().LocateRow(path));
+  const QString width = Photos().GetField(Column::ImageWidth);
+  Open();
+  Click(0);
+  auto* viewer = Find<ImageX>(u"ImageX1");
+  ASSERT_TRUE(test::Eventually([&] { return viewer->HasImage(); }));
+  Picture before, after;
+  ASSERT_TRUE(before.LoadFromFile(path));
+  ASSERT_NE(before.ImageWidth(), before.ImageHeight());
+  Trigger(u"mnurotate(1)");
+  ASSERT_TRUE(after.LoadFromFile(path));
+  EXPECT_EQ(after.Image().size(), before.Image().size().transposed());
+  const QString turned = u"%1 × %2"_s.arg(after.ImageWidth()).arg(after.ImageHeight());
+  EXPECT_TRUE(test::Eventually([&] { return Text(u"lblstatus").contains(turned); }))
+      << Text(u"lblstatus").toStdString();
+  ASSERT_TRUE(Photos().LocateRow(path));
+  EXPECT_EQ(Photos().GetField(Column::ImageWidth), width);
+  EXPECT_TRUE(messages_.isEmpty());
+}
+
+TEST_F(PictureMenu, AConvertedPhotoJoinsTheFolder) {
+  AddPhoto(u"1.jpg"_s);
+  Open();
+  Click(0);
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &look, [&look] {
+    auto* window = qobject_cast<frmformat*>(QApplication::activeModalWidget());
+    if (window == nullptr) return;
+    look.stop();
+    window->findChild<QListWidget*>(u"List1"_s)->setCurrentRow(4);
+    window->findChild<QPushButton*>(u"Command4"_s)->click();
+  });
+  look.start(10);
+  Trigger(u"mnufile2(6)");
+  EXPECT_EQ(messages_.last(), u"File format conversion completed."_s);
+  EXPECT_TRUE(test::Eventually([&] { return List()->model()->rowCount() == 2; }));
+}
+
+}  // namespace
+}  // namespace zqm
