@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "catalogue/like_pattern.h"
 #include "imaging/raster.h"
 #include "shell/files.h"
 #include "shell/platform.h"
@@ -48,7 +49,7 @@ Outcome Prepare(Picture& picture, const ConvertOptions& options) {
   for (const auto& [key, number] : options.saveKeys)
     picture.SetIOProperty(key, number);
   if (TurnsGray(options)) picture.SetImage(ConvertToGrey(picture.Image()));
-  if (!options.format->keepsAlpha && HasAlphaChannel(picture.Image()))
+  if (!options.format->keepsAlpha && picture.Image().hasAlphaChannel())
     picture.SetImage(RemoveAlphaChannel(picture.Image()));
   return {};
 }
@@ -84,9 +85,12 @@ PictureResult ConvertPhotos(const PictureRun& run, const QStringList& paths,
     return MakePicture(
         path, options.load, [&](Picture& picture) { return Prepare(picture, options); },
         [&](Picture& picture) -> Result<QByteArray> {
-          // Its other pages would be lost only where it is written over itself.
-          if (picture.HasSeveralPages() && platform::SameFile(path, output(path)))
-            return Failure{QString::fromUtf16(kReasonSeveralPages)};
+          const QString target = output(path);
+          // Under another spelling too it would be gone.
+          const bool overItself =
+              FoldCase(path) == FoldCase(target) || platform::SameFile(path, target);
+          if (overItself)
+            if (const Outcome may = picture.MayBeWrittenOver(); !may) return Failure{may.Reason()};
           return picture.EncodeAs(extension);
         });
   };

@@ -25,6 +25,11 @@ Outcome WriteOutput(const QString& path, const QString& standing, const QByteArr
   return written;
 }
 
+/// Over itself, however often it is tried.
+bool WillNeverBe(const QString& reason) {
+  return reason == QStringView(kReasonSeveralPages) || reason == QStringView(kReasonNotWritable);
+}
+
 /// The row of what has just been written: none, or a new one.
 Outcome AddToDatabase(Catalogue& catalogue, const QString& path, const OutputOptions& options) {
   Outcome removed = CatalogueRemoval(catalogue, path);
@@ -64,7 +69,7 @@ PictureResult RunPictures(
         const auto take = [&] {
           MadePicture made =
               inTurn ? RunAside([&] { return maker(path); }) : ahead.Take(place, YieldToInterface);
-          if (run.show && !made.preview.isNull()) run.show(path, made.preview);
+          if (run.show) run.show(path, made.preview);
           return made;
         };
         return step(path, take, result.unwritten);
@@ -94,9 +99,9 @@ MadePicture MakePicture(const QString& path, const PictureSettings& settings,
   picture.SetSettings(settings);
   Outcome made = picture.LoadFromFile(path);
   picture.SetIOProperty(u"EXIF_Software", u"Zolmira QM"_s);
+  const QImage preview = FitThumbnail(picture.Image(), kPreviewBox);
   if (made) made = change(picture);
-  if (!made) return {Failure{made.Reason()}, {}};
-  return {encode(picture), FitThumbnail(picture.Image(), kPreviewBox)};
+  return {made ? encode(picture) : Failure{made.Reason()}, preview};
 }
 
 PictureResult WritePictures(const PictureRun& run, const QStringList& paths,
@@ -123,7 +128,8 @@ PictureResult WritePictures(const PictureRun& run, const QStringList& paths,
                        // What stood there when it was passed over is gone by now.
                        if (!made.file && made.file.Reason().isEmpty())
                          made = RunAside([&] { return maker(path); });
-                       if (!made.file && made.file.Reason() == QStringView(kReasonSeveralPages))
+                       const bool overItself = FoldCase(path) == FoldCase(target);
+                       if (!made.file && overItself && WillNeverBe(made.file.Reason()))
                          return {made.file.Reason()};
                        const Outcome written = made.file ? WriteOutput(target, standing, *made.file)
                                                          : Failure{made.file.Reason()};

@@ -22,7 +22,7 @@ namespace zqm {
 /// A picture made from a file, ready to be written; or why there is none.
 struct MadePicture {
   Result<QByteArray> file = Failure{};
-  QImage preview;  ///< fits `kPreviewBox`; null without a picture
+  QImage preview;  ///< as loaded, fits `kPreviewBox`; null when it couldn't be
 };
 inline constexpr QSize kPreviewBox{320, 240};
 
@@ -56,7 +56,7 @@ struct PictureRun {
   Catalogue& catalogue;
   BrowserView* view;  ///< may be null
   const BatchObserver& observer;
-  /// Each picture as its turn comes; may be empty.
+  /// Each picture as its turn comes, null for one that can't be loaded; may be empty.
   std::function<void(const QString& path, const QImage& preview)> show;
 };
 

@@ -119,6 +119,39 @@ QString UpToNul(QByteArray bytes) {
   return FromUtf8OrLatin1(bytes);
 }
 
+// The library converts what is Unicode by a charset without surrogates, so that is done here.
+constexpr std::string_view kUnicodeMark("UNICODE\0", 8), kAsciiMark("ASCII\0\0\0", 8);
+
+QByteArray CommentBytes(const QString& text) {
+  const bool ascii = std::ranges::all_of(text, [](QChar c) { return c.unicode() < 0x80; });
+  const std::string_view mark = ascii ? kAsciiMark : kUnicodeMark;
+  QByteArray bytes(mark.data(), static_cast<qsizetype>(mark.size()));
+  if (ascii) return bytes + text.toLatin1();
+  QStringEncoder encoder(QStringConverter::Utf16LE);
+  return bytes + QByteArray(encoder(text));
+}
+
+bool IsUnicode(const Exiv2::CommentValue& comment) {
+  return comment.value_.starts_with(kUnicodeMark);
+}
+
+QString FromUnicode(const Exiv2::CommentValue& comment) {
+  const QByteArray units = QByteArray::fromStdString(comment.value_).sliced(kUnicodeMark.size());
+  QStringDecoder decoder(comment.byteOrder_ == Exiv2::bigEndian ? QStringConverter::Utf16BE
+                                                                : QStringConverter::Utf16LE);
+  const QString text = decoder(units);
+  return text.left(text.indexOf(QChar::Null));
+}
+
+/// As the block of that byte order holds it.
+QByteArray StoredComment(const Exiv2::CommentValue& comment, bool bigEndian) {
+  QByteArray bytes = QByteArray::fromStdString(comment.value_);
+  if (!IsUnicode(comment) || (comment.byteOrder_ == Exiv2::bigEndian) == bigEndian) return bytes;
+  for (qsizetype i = std::ssize(kUnicodeMark); i + 1 < bytes.size(); i += 2)
+    std::swap(bytes[i], bytes[i + 1]);
+  return bytes;
+}
+
 QString FromJis(const QByteArray& bytes) {
   QStringDecoder decoder("ISO-2022-JP");
   if (!decoder.isValid()) return QString();
@@ -241,6 +274,7 @@ QString ExifStore::Comment(ExifTag tag) const {
   if (value == nullptr) return QString();
   const auto* comment = dynamic_cast<const Exiv2::CommentValue*>(value);
   if (comment == nullptr) return Text(tag);
+  if (IsUnicode(*comment)) return FromUnicode(*comment);
   try {
     const QByteArray text = QByteArray::fromStdString(comment->comment());
     return comment->charsetId() == Exiv2::CommentValue::jis ? FromJis(text) : UpToNul(text);
@@ -287,9 +321,10 @@ void ExifStore::Set(ExifTag tag, ExifType type, int index, const QString& value)
       datum.setValue(value.toStdString());
       break;
     case ExifType::Comment: {
-      const bool ascii = std::ranges::all_of(value, [](QChar c) { return c.unicode() < 0x80; });
-      const Exiv2::CommentValue comment((ascii ? "charset=Ascii " : "charset=Unicode ") +
-                                        value.toStdString());
+      const QByteArray bytes = CommentBytes(value);
+      Exiv2::CommentValue comment;
+      comment.read(reinterpret_cast<const Exiv2::byte*>(bytes.constData()),
+                   static_cast<long>(bytes.size()), Exiv2::littleEndian);
       datum.setValue(&comment);
       break;
     }
@@ -303,6 +338,12 @@ void ExifStore::Set(ExifTag tag, ExifType type, int index, const QString& value)
       break;
     }
     case ExifType::Short:
+      // More than the tag's usual type holds, as high sensitivities are.
+      if (Val(value) > 0xFFFF) {
+        setComponent(Exiv2::ULongValue(),
+                     static_cast<std::uint32_t>(std::min(Val(value), double{0xFFFFFFFFu})));
+        break;
+      }
       setComponent(Exiv2::UShortValue(),
                    static_cast<std::uint16_t>(static_cast<std::int64_t>(Val(value)) & 0xFFFF));
       break;
@@ -333,14 +374,17 @@ std::optional<TagValue> ExifStore::Value(ExifTag tag, bool bigEndian) const {
   const Exiv2::Value* value = data_->Find(tag);
   if (value == nullptr) return std::nullopt;
   // A comment is bytes without a type of their own to the file.
-  const bool comment = value->typeId() == Exiv2::comment;
+  if (const auto* comment = dynamic_cast<const Exiv2::CommentValue*>(value)) {
+    const QByteArray bytes = StoredComment(*comment, bigEndian);
+    return TagValue{Exiv2::undefined, static_cast<std::uint32_t>(bytes.size()), bytes};
+  }
   TagValue stored;
-  stored.type = static_cast<std::uint16_t>(comment ? Exiv2::undefined : value->typeId());
+  stored.type = static_cast<std::uint16_t>(value->typeId());
   stored.bytes.resize(static_cast<qsizetype>(value->size()));
   const auto written = value->copy(reinterpret_cast<Exiv2::byte*>(stored.bytes.data()),
                                    bigEndian ? Exiv2::bigEndian : Exiv2::littleEndian);
   stored.bytes.resize(static_cast<qsizetype>(written));
-  stored.count = static_cast<std::uint32_t>(comment ? written : value->count());
+  stored.count = static_cast<std::uint32_t>(value->count());
   return stored;
 }
 

@@ -166,8 +166,14 @@ Result<QByteArray> Picture::EncodeAs(const QString& extension) {
   return Encode(CodecForSaving(extension));
 }
 
-Result<QByteArray> Picture::EncodeOver() {
+Outcome Picture::MayBeWrittenOver() const {
   if (severalPages_) return Failure{QString::fromUtf16(kReasonSeveralPages)};
+  if (!codec_ || !codec_->save) return Failure{QString::fromUtf16(kReasonNotWritable)};
+  return {};
+}
+
+Result<QByteArray> Picture::EncodeOver() {
+  if (const Outcome may = MayBeWrittenOver(); !may) return Failure{may.Reason()};
   return Encode(codec_);
 }
 

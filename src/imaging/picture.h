@@ -45,8 +45,9 @@ class Picture {
   /// Thread-safe on different pictures.
   Result<QByteArray> EncodeAs(const QString& extension);
   Result<QByteArray> EncodeOver();
-  /// Whether the file that it was loaded from holds further pictures.
-  bool HasSeveralPages() const { return severalPages_; }
+  /// Whether the file that it was loaded from may be replaced by the picture alone:
+  /// `kReasonSeveralPages`, or `kReasonNotWritable` for camera RAW.
+  Outcome MayBeWrittenOver() const;
   /// Brings the EXIF block in step with the pixels: their number and the thumbnail. Before each
   /// save in which they may have changed; doing it again changes nothing.
   void PrepareSave();

@@ -291,7 +291,11 @@ Result<QString> TypedText(const ExifField& field, const QString& text) {
   }
   const bool fast = (field.kind == Shutter || field.kind == Exposure) && IsFast(text);
   const QString number = fast ? FastDenominator(text) : text;
-  if (number.isEmpty() || IsNumeric(number)) return text;
+  // What the field takes of the keyboard: no sign where there can be none.
+  const QChar separator = GetUserLocaleInfo(LocaleInfo::DecimalSeparator).at(0);
+  const bool typable = std::ranges::all_of(
+      number, [&](QChar c) { return KeyPasses(KeyFilterOf(field, fast), c, separator); });
+  if (number.isEmpty() || (IsNumeric(number) && typable)) return text;
   return refuse(u"not a number: "_s + text);
 }
 

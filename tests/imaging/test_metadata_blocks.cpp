@@ -111,13 +111,17 @@ class PhotoFiles : public ::testing::Test {
 };
 
 TEST_F(PhotoFiles, PropertiesRoundTripThroughAFile) {
-  const test::Properties written = {
-      {u"EXIF_Make", u"Aurora"},          {u"EXIF_UserComment", u"Größe λ"},
-      {u"EXIF_ExposureTime", u"0.004"},   {u"EXIF_ExposureBiasValue", u"-0.5"},
-      {u"EXIF_ISOSpeedRatings0", u"400"}, {u"EXIF_GPSVersionID", u"2.3.0.0"},
-      {u"EXIF_GPSLatitudeRef", u"N"},     {u"EXIF_GPSLatitudeDegrees", u"47"},
-      {u"EXIF_GPSLatitudeMinutes", u"4"}, {u"EXIF_GPSLatitudeSeconds", u"15.5"},
-      {u"EXIF_GPSAltitudeRef", u"1"}};
+  const test::Properties written = {{u"EXIF_Make", u"Aurora"},
+                                    {u"EXIF_UserComment", u"Größe λ 😀 ü"},
+                                    {u"EXIF_ExposureTime", u"0.004"},
+                                    {u"EXIF_ExposureBiasValue", u"-0.5"},
+                                    {u"EXIF_ISOSpeedRatings0", u"102400"},
+                                    {u"EXIF_GPSVersionID", u"2.3.0.0"},
+                                    {u"EXIF_GPSLatitudeRef", u"N"},
+                                    {u"EXIF_GPSLatitudeDegrees", u"47"},
+                                    {u"EXIF_GPSLatitudeMinutes", u"4"},
+                                    {u"EXIF_GPSLatitudeSeconds", u"15.5"},
+                                    {u"EXIF_GPSAltitudeRef", u"1"}};
   const FileParameters read = Read(test::SampleJpeg(60, 40, written, {{25, u"Graz"}, {25, u"b"}}));
   for (const auto& [key, value] : written)
     EXPECT_EQ(read.GetIOProperty(key), QString::fromUtf16(value))

@@ -172,6 +172,16 @@ TEST_F(Saving, AnEditLeavesPictureMakerNoteAndAllOtherTagsOfEveryCamera) {
   EXPECT_GT(notes, 20);
 }
 
+TEST(ExifStore, ACommentBeyondAsciiHasTheBlocksByteOrder) {
+  constexpr ExifTag kComment{ExifGroup::Photo, 0x9286};
+  ExifStore store;
+  store.Set(kComment, ExifType::Comment, 0, u"a😀"_s);
+  const QByteArray mark("UNICODE\0", 8);
+  EXPECT_EQ(store.Value(kComment, false)->bytes, mark + QByteArray("a\0=\xD8\0\xDE", 6));
+  EXPECT_EQ(store.Value(kComment, true)->bytes, mark + QByteArray("\0a\xD8=\xDE\0", 6));
+  EXPECT_EQ(store.Comment(kComment), u"a😀"_s);
+}
+
 TEST_F(Saving, AnEditOfATiffOrPsdLeavesTheirPictures) {
   for (const char* sub : {"formats/tif", "formats/psd"}) {
     const QString folder = test::Photos(sub);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/commands/commands.h"
 #include "batch/convert_photos.h"
+#include "batch/convert_settings.h"
+#include "batch/photo_commands.h"
 #include "batch/resize_photos.h"
 #include "batch/rotate_photos.h"
 #include "imaging/save_options.h"
@@ -47,6 +49,11 @@ Result<std::map<QString, QString>> SaveKeys(const QStringList& options) {
   return keys;
 }
 
+/// Or why none of the files will do.
+Result<QStringList> Usable(int command, const QStringList& files) {
+  return PreparePhotos(*FindPhotoCommand(command), PhotosOf(files), {});
+}
+
 ExistingFiles Existing(bool overwrite) {
   return overwrite ? ExistingFiles::Overwrite : ExistingFiles::Skip;
 }
@@ -63,9 +70,15 @@ int RunConvert(const GlobalOptions& global, const ConvertFiles& files, const Con
     return RefuseFolder(options.folder, console);
   const auto keys = SaveKeys(files.options);
   if (!keys) return console.Refuse(keys.Reason());
-  options.saveKeys = *keys;
+  for (const ConvertSetting& setting : ConvertSettings())
+    if (Concerns(setting, options.format->name))
+      options.saveKeys[QString::fromUtf16(setting.key)] = KeyValue(setting, setting.standard);
+  for (const auto& [key, number] : *keys)
+    options.saveKeys[key] = number;
   options.output.existing = Existing(files.output.overwrite);
   options.output.catalogue = files.output.catalogue;
+  if (const auto usable = Usable(kConvertCommand, files.output.files); !usable)
+    return console.Fail(usable.Reason());
   return RunPictureWork(
       global, convert_text::kConvert, "Converted",
       [&](Session& session, const PictureRun& run) {
@@ -85,6 +98,8 @@ int RunResize(const GlobalOptions& global, const ResizeFiles& files, const Conso
     return RefuseFolder(options.folder, console);
   options.output.existing = Existing(files.output.overwrite);
   options.output.catalogue = files.output.catalogue;
+  if (const auto usable = Usable(kResizeCommand, files.output.files); !usable)
+    return console.Fail(usable.Reason());
   return RunPictureWork(
       global, resize_text::kResize, "Resized",
       [&](Session& session, const PictureRun& run) {

@@ -83,6 +83,7 @@ void BatchDialog::Run(const BatchTexts& texts, const QString& label, const Work&
 void BatchDialog::SetRunning(bool running) {
   running_ = running;
   controls_->setEnabled(!running);
+  RunShown(running);
   for (int i = 0; i < foot_->count(); ++i)
     if (QWidget* button = foot_->itemAt(i)->widget()) button->setEnabled(!running);
 }

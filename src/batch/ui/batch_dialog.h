@@ -49,6 +49,9 @@ class BatchDialog : public QDialog {
   QPushButton* CancelButton() const { return cancelButton_; }
 
   /// Fails where a run ends before its last photo.
+  /// When a run begins, and when it is through, before its closing message.
+  virtual void RunShown(bool /*running*/) {}
+
   using Work = std::function<Result<BatchResult>(const BatchObserver& observer)>;
   /// Runs `work` over the photos, shows how it ended, and closes; one that failed leaves the dialog
   /// for another try. `label` stands above the bar;

@@ -64,7 +64,8 @@ void PictureDialog::AddPlace(QGridLayout* grid) {
   grid->addWidget(existingCaption_, row, 0);
   grid->addWidget(existing_, row, 1);
   grid->addWidget(catalogue_, row + 1, 1);
-  place_->button(kOwn)->setChecked(true);
+  // What destroys nothing comes first.
+  place_->button(ownPlaceOverwrites_ ? kFolder : kOwn)->setChecked(true);
   connect(place_, &QButtonGroup::idToggled, this, [this](int, bool on) {
     if (on) UpdatePlace();
   });
@@ -94,10 +95,6 @@ OutputOptions PictureDialog::Output() const {
 void PictureDialog::RunPictures(const BatchTexts& texts, const QString& label,
                                 const PictureWork& work,
                                 const std::function<QString(const QString& path)>& labelOf) {
-  QWidget* options = Body()->parentWidget();
-  previewPane_->setMinimumSize(options->size());
-  options->hide();
-  previewPane_->show();
   Run(
       texts, label,
       [&](const BatchObserver& observer) -> Result<BatchResult> {
@@ -107,8 +104,13 @@ void PictureDialog::RunPictures(const BatchTexts& texts, const QString& label,
                   }}));
       },
       labelOf);
-  previewPane_->hide();
-  options->show();
+}
+
+void PictureDialog::RunShown(bool running) {
+  QWidget* options = Body()->parentWidget();
+  if (running) previewPane_->setMinimumSize(options->size());
+  options->setVisible(!running);
+  previewPane_->setVisible(running);
 }
 
 }  // namespace zqm

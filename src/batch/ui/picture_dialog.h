@@ -44,6 +44,7 @@ class PictureDialog : public BatchDialog {
                    const std::function<QString(const QString& path)>& labelOf = {});
 
   void UpdatePlace();
+  void RunShown(bool running) override;
 
  private:
   Captions captions_;

@@ -220,8 +220,10 @@ void frmmain::ConnectViews() {
           [this] { Guarded("frmmain", "cmdinfo_Click", [this] { Run(Command::Rebuild); }); });
   connect(info_, &InfoPanel::CommandWanted, this,
           [this](MetadataCommand command, MetadataPage page) {
-            Guarded("frmmain", page == MetadataPage::Iptc ? "cmdiptc_Click" : "cmdexif_Click",
-                    [this, command, page] { RunMetadata(command, page); });
+            const char* handler = page == MetadataPage::Iptc   ? "cmdiptc_Click"
+                                  : page == MetadataPage::Exif ? "cmdexif_Click"
+                                                               : "cmdcreategps_Click";
+            Guarded("frmmain", handler, [this, command, page] { RunMetadata(command, page); });
           });
   connect(viewer_, &ImageX::OnViewChange, this, &frmmain::ShowZoom);
   connect(viewer_, &ImageX::FullSizeWanted, &browser_, &Browser::LoadFullSize);

@@ -71,6 +71,10 @@ TEST_F(PictureWindows, AResizeLetsOneSideFollowAndChecksWhatIsTyped) {
   const QString photo = Photo("a/1.jpg");
   Open<frmresize>({photo}, PictureSettings(), ReadRequest());
   EXPECT_EQ(Find<QLineEdit>(u"Text1")->text(), u"200"_s);
+  // What destroys nothing comes first.
+  EXPECT_TRUE(Find<QRadioButton>(u"Option2")->isChecked());
+  EXPECT_EQ(Find<QComboBox>(u"Combo1")->currentText(), u"Skip"_s);
+  Find<QRadioButton>(u"Option1")->setChecked(true);
   EXPECT_FALSE(Find<QPushButton>(u"cmdbrowse")->isEnabled());
   EXPECT_FALSE(Find<QComboBox>(u"Combo1")->isEnabled());
   Find<QCheckBox>(u"Check2")->setChecked(true);
