@@ -2,6 +2,7 @@
 #include <QThreadPool>
 
 #include "imaging/resample.h"
+#include "tests/support/noise.h"
 
 namespace zqm {
 namespace {
@@ -10,19 +11,7 @@ constexpr QImage::Format kFormats[] = {QImage::Format_Grayscale8, QImage::Format
                                        QImage::Format_RGB32,      QImage::Format_ARGB32,
                                        QImage::Format_RGBX64,     QImage::Format_RGBA64};
 
-QImage Noise(const QSize& size, QImage::Format format) {
-  QImage picture(size, QImage::Format_RGBA64);
-  quint32 state = 7;
-  const auto next = [&] {
-    return static_cast<quint16>((state = state * 1664525 + 1013904223) >> 16);
-  };
-  for (int y = 0; y < size.height(); ++y) {
-    auto* row = reinterpret_cast<QRgba64*>(picture.scanLine(y));
-    for (int x = 0; x < size.width(); ++x)
-      row[x] = QRgba64::fromRgba64(next(), next(), next(), next());
-  }
-  return picture.convertToFormat(format);
-}
+using test::Noise;
 
 QImage Gray(const QSize& size, const std::function<int(int, int)>& value) {
   QImage picture(size, QImage::Format_Grayscale8);

@@ -3,16 +3,13 @@
 // (gray, RGB, palette, CMYK of any depth) are read scanline by scanline or tile row by tile row, so
 // that memory stays small; the rest (YCbCr, CIELAB, LogLuv, old JPEG) goes through the library's
 // own conversion to RGBA.
-#include <tiffio.h>
-
 #include <bit>
 #include <cmath>
-#include <cstdarg>
-#include <cstdio>
 
 #include "imaging/codecs/codec_support.h"
 #include "imaging/codecs/codecs.h"
 #include "imaging/codecs/embedded_blocks.h"
+#include "imaging/codecs/tiff_handle.h"
 #include "imaging/codecs/tiff_save.h"
 #include "imaging/colour.h"
 #include "imaging/row_sink.h"
@@ -27,10 +24,10 @@ constexpr std::uint16_t kTagIptc = 33723;
 constexpr std::uint16_t kTagResources = 34377;
 
 /// The library's view of the bytes, and its first complaint.
-struct Stream {
+struct Stream : TiffComplaint {
+  explicit Stream(ByteView bytes) : file(bytes) {}
   ByteView file;
   toff_t at = 0;
-  char message[200] = {};
 };
 
 Stream& StreamOf(thandle_t handle) {
@@ -57,9 +54,6 @@ toff_t Seek(thandle_t handle, toff_t offset, int whence) {
   return s.at = base + offset;
 }
 
-int CloseNothing(thandle_t) {
-  return 0;
-}
 toff_t Size(thandle_t handle) {
   return StreamOf(handle).file.size();
 }
@@ -72,28 +66,12 @@ int MapFile(thandle_t handle, void** base, toff_t* size) {
 }
 void UnmapNothing(thandle_t, void*, toff_t) {}
 
-int OnError(TIFF*, void* user, const char*, const char* format, va_list arguments) {
-  auto* s = static_cast<Stream*>(user);
-  if (s->message[0] == 0) std::vsnprintf(s->message, sizeof s->message, format, arguments);
-  return 1;
-}
-int OnWarning(TIFF*, void*, const char*, const char*, va_list) {
-  return 1;
-}
-
-struct CloseTiff {
-  void operator()(TIFF* tiff) const { TIFFClose(tiff); }
-};
-
 /// An open file; with its own handlers, so that nothing is shared between threads.
 class Handle {
  public:
-  explicit Handle(ByteView file) : stream_(std::make_unique<Stream>(Stream{.file = file})) {
-    const std::unique_ptr<TIFFOpenOptions, decltype(&TIFFOpenOptionsFree)> options(
-        TIFFOpenOptionsAlloc(), TIFFOpenOptionsFree);
+  explicit Handle(ByteView file) : stream_(std::make_unique<Stream>(file)) {
+    const TiffOptions options = MakeTiffOptions(*stream_);
     TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), kMostChunkBytes);
-    TIFFOpenOptionsSetErrorHandlerExtR(options.get(), OnError, stream_.get());
-    TIFFOpenOptionsSetWarningHandlerExtR(options.get(), OnWarning, nullptr);
     // Mapped: the library then works on these bytes without copying them.
     tiff_.reset(TIFFClientOpenExt("", "rM", stream_.get(), ReadBytes, WriteNothing, Seek,
                                   CloseNothing, Size, MapFile, UnmapNothing, options.get()));
@@ -104,7 +82,7 @@ class Handle {
 
  private:
   std::unique_ptr<Stream> stream_;
-  std::unique_ptr<TIFF, CloseTiff> tiff_;
+  Tiff tiff_;
 };
 
 struct Layout {

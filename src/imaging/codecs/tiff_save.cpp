@@ -4,14 +4,12 @@
 // stay readable.
 #include "imaging/codecs/tiff_save.h"
 
-#include <tiffio.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 
 #include "imaging/codecs/codec_support.h"
+#include "imaging/codecs/tiff_handle.h"
 #include "imaging/colour.h"
 #include "imaging/quantise.h"
 #include "imaging/raster.h"
@@ -209,10 +207,9 @@ class RowMaker {
 
 // ---- The library -------------------------------------------------------------------------------
 
-struct Stream {
+struct Stream : TiffComplaint {
   QByteArray bytes;
   toff_t at = 0;
-  char message[200] = {};
 };
 
 Stream& StreamOf(thandle_t handle) {
@@ -246,32 +243,12 @@ toff_t Seek(thandle_t handle, toff_t offset, int whence) {
   return s.at = base + offset;
 }
 
-int CloseNothing(thandle_t) {
-  return 0;
-}
 toff_t Size(thandle_t handle) {
   return static_cast<toff_t>(StreamOf(handle).bytes.size());
 }
 
-int OnError(TIFF*, void* user, const char*, const char* format, va_list arguments) {
-  auto* s = static_cast<Stream*>(user);
-  if (s->message[0] == 0) std::vsnprintf(s->message, sizeof s->message, format, arguments);
-  return 1;
-}
-int OnWarning(TIFF*, void*, const char*, const char*, va_list) {
-  return 1;
-}
-
-struct CloseTiff {
-  void operator()(TIFF* tiff) const { TIFFClose(tiff); }
-};
-using Tiff = std::unique_ptr<TIFF, CloseTiff>;
-
 Tiff OpenForWriting(Stream& stream, bool bigEndian) {
-  const std::unique_ptr<TIFFOpenOptions, decltype(&TIFFOpenOptionsFree)> options(
-      TIFFOpenOptionsAlloc(), TIFFOpenOptionsFree);
-  TIFFOpenOptionsSetErrorHandlerExtR(options.get(), OnError, &stream);
-  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), OnWarning, nullptr);
+  const TiffOptions options = MakeTiffOptions(stream);
   return Tiff(TIFFClientOpenExt("", bigEndian ? "wb" : "wl", &stream, ReadBytes, WriteBytes, Seek,
                                 CloseNothing, Size, nullptr, nullptr, options.get()));
 }
