@@ -77,9 +77,9 @@ struct SaveOptions {
   bool pngInterlaced = false;
   bool tgaCompressed = false;
   bool pcxCompressed = true;
-  int bmpCompression = 0;    ///< only 0
-  double j2000Rate = 1;      ///< compressed size by uncompressed, 1 is lossless
-  int j2000ColourSpace = 1;  ///< 0 gray, 1 RGB, 2 YCbCr
+  int bmpCompression = 0;     ///< only 0
+  double j2000Rate = 1;       ///< compressed size by uncompressed, 1 is lossless
+  int j2000ColourSpace = -1;  ///< 0 gray, 1 RGB, 2 YCbCr; -1: gray or RGB, as the picture is
 };
 
 /// What goes into a file beside the pixels, each part empty (or 0) where there is none. A format

@@ -311,6 +311,25 @@ TEST_F(Saving, TiffOfEveryCompressionAndPhotometric) {
   EXPECT_GT(written, 80);
 }
 
+TEST_F(Saving, GrayPicturesTakeTheColoursThatAreAskedFor) {
+  QImage gray(20, 10, QImage::Format_Grayscale8);
+  gray.fill(90);
+  for (const char16_t* extension : {u"jp2", u"j2k"}) {
+    const QString path = scratch_.Path(u"gray."_s + QString::fromUtf16(extension));
+    for (const QString& space : {QString(), u"0"_s, u"1"_s, u"2"_s}) {
+      Picture picture;
+      picture.SetImage(gray);
+      picture.SetIOProperty(u"J2000_COLORSPACE", space);
+      ASSERT_TRUE(picture.SaveToFile(path));
+      const Picture read = Loaded(path);
+      const bool coloured = space == u"1"_s || space == u"2"_s;
+      EXPECT_EQ(read.GetIOProperty(u"SAMPLESPERPIXEL"), coloured ? u"3"_s : u"1"_s);
+      EXPECT_NEAR(qRed(read.Image().pixel(5, 5)), 90, 1);
+      EXPECT_NEAR(qBlue(read.Image().pixel(5, 5)), 90, 1);
+    }
+  }
+}
+
 TEST_F(Saving, JpegOptionsHaveTheirEffect) {
   QImage colours(64, 48, QImage::Format_RGB32);
   colours.fill(qRgb(180, 90, 45));

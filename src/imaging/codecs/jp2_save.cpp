@@ -31,7 +31,8 @@ Shape ShapeOf(const QImage& picture, int wanted, bool boxed) {
   Shape shape;
   const bool deep = picture.depth() == 64 || picture.format() == QImage::Format_Grayscale16;
   shape.bits = deep ? 16 : 8;
-  if (IsGray(picture) || WhiteBit(picture) || wanted == kWantGray) {
+  const bool isGray = IsGray(picture) || WhiteBit(picture);
+  if (wanted == kWantGray || (wanted < 0 && isGray)) {
     shape.space = Space::Gray;
     shape.colours = 1;
     return shape;
