@@ -82,9 +82,7 @@ void ImageX::ShowImage(const QImage& image, const QSize& fullSize, KeepView keep
     const double ratio = static_cast<double>(fullSize_.width()) / sizeBefore.width();
     scale_ = std::clamp(scale_ / ratio, kSmallestScale, kLargestScale);
     UpdateScrollBars();
-    const QPointF now = Origin() + before * ratio * scale_ / devicePixelRatioF();
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(now.x() - middle.x()));
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(now.y() - middle.y()));
+    MoveTo(before * ratio, middle);
     AskForPixels();
   }
   viewport()->update();
@@ -167,12 +165,29 @@ void ImageX::SetScale(double scale, const QPointF& about) {
   fit_ = false;
   scale_ = std::clamp(scale, kSmallestScale, kLargestScale);
   UpdateScrollBars();
-  const QPointF now = Origin() + pixel * (scale_ / devicePixelRatioF());
-  horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(now.x() - about.x()));
-  verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(now.y() - about.y()));
+  MoveTo(pixel, about);
   AskForPixels();
   viewport()->update();
   Q_EMIT OnViewChange();
+}
+
+/// Scrolls so that a pixel of the picture lies at a place of the viewport, as far as it goes.
+void ImageX::MoveTo(const QPointF& pixel, const QPointF& at) {
+  const QPointF now = Origin() + pixel * (scale_ / devicePixelRatioF());
+  horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(now.x() - at.x()));
+  verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(now.y() - at.y()));
+}
+
+ImageView ImageX::View() const {
+  return {Zoom(), ToBitmap(QRectF(viewport()->rect()).center()), fit_};
+}
+
+void ImageX::SetView(const ImageView& view) {
+  if (!HasImage()) return;
+  if (view.fit) return Fit();
+  const QPointF middle = QRectF(viewport()->rect()).center();
+  SetZoom(view.zoom);
+  MoveTo(view.centre, middle);
 }
 
 void ImageX::UpdateScrollBars() {

@@ -10,6 +10,13 @@
 
 namespace zqm {
 
+/// Where an `ImageX` looks: what two of them share that are looked at side by side.
+struct ImageView {
+  double zoom = 100;  ///< percent
+  QPointF centre;     ///< the pixel of the picture in the middle of the view
+  bool fit = true;    ///< fitted; the other two follow from the window's size then
+};
+
 /// Shows one picture: fitted, zoomed by the wheel about the pointer, panned by dragging. Only what
 /// is visible is scaled. Coordinates told outward are pixels of the full picture.
 class ImageX : public QAbstractScrollArea {
@@ -34,6 +41,9 @@ class ImageX : public QAbstractScrollArea {
   /// The whole picture, not enlarged.
   void Fit();
   bool IsFit() const { return fit_; }
+  /// For a picture of the same size in another window. `OnViewChange` tells of each change.
+  ImageView View() const;
+  void SetView(const ImageView& view);
 
   /// The mouse modes so far: "SCROLL" (dragging pans), "MOUSEWHEELZOOM".
   void SetMouseInteract(const QString& mode, bool on);
@@ -72,6 +82,7 @@ class ImageX : public QAbstractScrollArea {
   QPointF Origin() const;
   double FitScale() const;
   void SetScale(double scale, const QPointF& about);
+  void MoveTo(const QPointF& pixel, const QPointF& at);
   void UpdateScrollBars();
   void AskForPixels();
   void UpdateCursor();
