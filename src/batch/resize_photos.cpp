@@ -4,10 +4,8 @@
 #include <cmath>
 
 #include "batch/convert_photos.h"
-#include "cataloguing/catalogue_photo.h"
-#include "cataloguing/virtual_exif.h"
+#include "cataloguing/replaced_photos.h"
 #include "imaging/tonal.h"
-#include "shell/busy.h"
 #include "shell/files.h"
 #include "shell/platform.h"
 #include "shell/text.h"
@@ -52,20 +50,6 @@ Outcome Change(Picture& picture, const ResizeOptions& options) {
   picture.SetIOProperty(u"DPIX", dpi);
   picture.SetIOProperty(u"DPIY", dpi);
   return {};
-}
-
-/// The row of a photo whose picture is another one now.
-Outcome FollowPicture(Catalogue& catalogue, const QString& path, const ReadRequest& read) {
-  PhotoRecordset& photos = catalogue.Photos();
-  if (!photos.IsCatalogued(path)) return {};
-  ReadRequest request = read;
-  request.thumbnail = true;
-  const auto photo = RunAside([&] { return ReadPhotoFile(path, request); });
-  if (!photo) return Failure{photo.Reason()};
-  if (!photos.LocateRow(path)) return photos.MoveFirst();
-  UpdatefromForm3(ReadMetadataRecord(*photo, path), photo->thumbnail, photos);
-  const Outcome updated = photos.CommitRow();
-  return updated ? photos.MoveFirst() : updated;
 }
 
 }  // namespace
