@@ -17,26 +17,14 @@ namespace {
 
 constexpr int kSharpenWidth = 3;
 
-/// Above 0 in the user's locale.
-std::optional<double> Positive(const QString& text) {
-  const auto number = ToNumber(text);
-  return number && *number > 0 ? number : std::nullopt;
-}
-
-/// At least one pixel, and never so many that multiplying them could overflow: too large a picture
-/// is refused when it is made.
-int Pixels(double number) {
-  return static_cast<int>(std::clamp(std::round(number), 1.0, double{1 << 28}));
-}
-
 QSize TargetSize(const QSize& picture, const ResizeOptions& options) {
-  const double width = Positive(options.width).value_or(1);
-  const double height = Positive(options.height).value_or(1);
+  const double width = PositiveNumber(options.width).value_or(1);
+  const double height = PositiveNumber(options.height).value_or(1);
   if (options.autoWidth)
-    return {Pixels(height * picture.width() / picture.height()), Pixels(height)};
+    return {WholePixels(height * picture.width() / picture.height()), WholePixels(height)};
   if (options.autoHeight)
-    return {Pixels(width), Pixels(width * picture.height() / picture.width())};
-  return {Pixels(width), Pixels(height)};
+    return {WholePixels(width), WholePixels(width * picture.height() / picture.width())};
+  return {WholePixels(width), WholePixels(height)};
 }
 
 Outcome Change(Picture& picture, const ResizeOptions& options) {
@@ -46,13 +34,17 @@ Outcome Change(Picture& picture, const ResizeOptions& options) {
   if (image.isNull()) return Failure{u"The picture is too large"_s};
   if (options.sharpen > 0) image = Sharpen(image, options.sharpen, kSharpenWidth);
   picture.SetImage(image);
-  const QString dpi = QString::number(Pixels(Positive(options.dpi).value_or(1)));
+  const QString dpi = QString::number(WholePixels(PositiveNumber(options.dpi).value_or(1)));
   picture.SetIOProperty(u"DPIX", dpi);
   picture.SetIOProperty(u"DPIY", dpi);
   return {};
 }
 
 }  // namespace
+
+int WholePixels(double number) {
+  return static_cast<int>(std::clamp(std::round(number), 1.0, double{1 << 28}));
+}
 
 void SetBestQuality(Picture& picture) {
   for (const char16_t* key :
@@ -64,9 +56,11 @@ void SetBestQuality(Picture& picture) {
 
 Outcome CheckResize(const ResizeOptions& options) {
   const auto refuse = [](const char16_t* text) { return Failure{QString::fromUtf16(text)}; };
-  if (!options.autoWidth && !Positive(options.width)) return refuse(resize_text::kInvalidWidth);
-  if (!options.autoHeight && !Positive(options.height)) return refuse(resize_text::kInvalidHeight);
-  if (!Positive(options.dpi)) return refuse(resize_text::kInvalidDpi);
+  if (!options.autoWidth && !PositiveNumber(options.width))
+    return refuse(resize_text::kInvalidWidth);
+  if (!options.autoHeight && !PositiveNumber(options.height))
+    return refuse(resize_text::kInvalidHeight);
+  if (!PositiveNumber(options.dpi)) return refuse(resize_text::kInvalidDpi);
   if (!options.inPlace && options.folder.isEmpty()) return refuse(convert_text::kNoFolder);
   return {};
 }

@@ -48,6 +48,8 @@ class Picture {
   /// Whether the file that it was loaded from may be replaced by the picture alone:
   /// `kReasonSeveralPages`, or `kReasonNotWritable` for camera RAW.
   Outcome MayBeWrittenOver() const;
+  /// The pixels are those that stand in the file that it was loaded from, or was last saved over.
+  bool PixelsUntouched() const { return image_.cacheKey() == loadedPixels_; }
   /// Brings the EXIF block in step with the pixels: their number and the thumbnail. Before each
   /// save in which they may have changed; doing it again changes nothing.
   void PrepareSave();
@@ -85,7 +87,6 @@ class Picture {
 
  private:
   LoadOptions Options(const QString& path) const;
-  bool PixelsUntouched() const { return image_.cacheKey() == loadedPixels_; }
   Outcome SaveMetadata(const QString& path) const;
   Result<QByteArray> Encode(const Codec* codec);
   void KeepBlocks(const SourceFile& source);
@@ -102,6 +103,7 @@ class Picture {
   bool colourManagement_ = false;
 };
 
+inline constexpr char16_t kReasonChangedByOther[] = u"File was changed by another program";
 inline constexpr char16_t kReasonSeveralPages[] = u"File has several pages and cannot be changed";
 
 }  // namespace zqm

@@ -107,7 +107,7 @@ frmmain::frmmain(Session& session, QWidget* parent)
 frmmain::~frmmain() = default;
 
 QString frmmain::StateFolder() const {
-  return GetParentFolderName(session_.Folders().ScratchFolder());
+  return session_.Folders().StateFolder();
 }
 
 // Putting together.
