@@ -17,9 +17,9 @@
 #include "editor/ui/red_eye_step.h"
 #include "editor/ui/resize_step.h"
 #include "editor/ui/save_step.h"
-#include "editor/ui/tool_cursors.h"
 #include "editor/ui/tool_strip.h"
 #include "editor/ui/watermark_step.h"
+#include "imaging/file_filters.h"
 #include "shell/busy.h"
 #include "shell/error.h"
 #include "shell/files.h"
@@ -56,15 +56,9 @@ constexpr StepCaption kSteps[] = {
     {kSaveStep, u"10. Save", "Label10"},
 };
 
-/// A caption that is clicked.
-QToolButton* CaptionButton(const QString& text, const char* name) {
-  auto* button = new QToolButton;
-  button->setText(text);
+QToolButton* CaptionButton(const char16_t* text, const char* name) {
+  QToolButton* button = look::StepButton(QString::fromUtf16(text));
   button->setObjectName(QString::fromLatin1(name));
-  button->setProperty("role", u"step"_s);
-  button->setCheckable(true);
-  button->setToolButtonStyle(Qt::ToolButtonTextOnly);
-  button->setFocusPolicy(Qt::TabFocus);
   return button;
 }
 
@@ -119,7 +113,7 @@ QWidget* frmedit::ComposeSteps() {
   auto* column = new QVBoxLayout(panel);
   look::SetSpace(column, look::kSpace12, look::kSpace4);
   for (const StepCaption& step : kSteps) {
-    QToolButton* caption = CaptionButton(QString::fromUtf16(step.text), step.name);
+    QToolButton* caption = CaptionButton(step.text, step.name);
     caption->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(caption, &QToolButton::clicked, this, [this, &step] {
       const QByteArray handler = QByteArray(step.name) + "_Click";
@@ -128,14 +122,14 @@ QWidget* frmedit::ComposeSteps() {
     column->addWidget(caption);
     captions_[step.command] = caption;
   }
-  const QString folder = GetParentFolderName(session_.Folders().ScratchFolder());
   frames_->addWidget(look::Hint(tr("Choose a step above, or a tool over the picture.")));
   steps_ = {{EditCommand::Level, new LevelStep(*image1_)},
             {EditCommand::Crop, new CropStep(*image1_)},
             {EditCommand::Resize, resize_ = new ResizeStep(*image1_)},
             {EditCommand::RedEye, new RedEyeStep(*image1_)},
             {EditCommand::Watermark, watermark_ = new WatermarkStep(*image1_)},
-            {EditCommand::MagicSettings, magic_ = new MagicWandStep(*image1_, folder)}};
+            {EditCommand::MagicSettings,
+             magic_ = new MagicWandStep(*image1_, session_.Folders().StateFolder())}};
   auto* save = new SaveStep(*image1_);
   steps_[kSaveStep] = save;
   connect(save, &SaveStep::SaveWanted, this, [this] { Command16_Click(); });
@@ -164,8 +158,8 @@ QWidget* frmedit::ComposeCentre() {
   look::SetSpace(head, look::kSpace4, look::kSpace8);
   head->addWidget(tools_);
   head->addStretch(1);
-  originalCaption_ = CaptionButton(u"Original Image"_s, "Label11");
-  editingCaption_ = CaptionButton(u"Editing Preview"_s, "Label12");
+  originalCaption_ = CaptionButton(u"Original Image", "Label11");
+  editingCaption_ = CaptionButton(u"Editing Preview", "Label12");
   head->addWidget(originalCaption_);
   head->addWidget(editingCaption_);
   column->addLayout(head);
@@ -233,7 +227,7 @@ void frmedit::Form_Load() {
   magic_->LoadMagicWandSettings();
   ShowPage(Page::Original);
   ShowPage(Page::Editing);
-  const QString folder = GetParentFolderName(session_.Folders().ScratchFolder());
+  const QString folder = session_.Folders().StateFolder();
   resize_->SetPanel(LoadResizeSettings(folder));
   watermark_->SetPanel(LoadWatermarkSettings(folder));
   UpdateEnabled();
@@ -250,8 +244,12 @@ void frmedit::PrepareToShow() {
 
 Outcome frmedit::Load(const QString& path) {
   const EditedFile file = EditedFile::Of(path);
-  if (Outcome loaded = image1_->LoadFromFile(path); !loaded) return loaded;
-  image1_->AssignTo(*image2_);
+  // Apart from the control: what can't be loaded doesn't take the place of what is edited.
+  Picture picture;
+  picture.SetSettings(session_.WorkSettings());
+  if (Outcome loaded = RunAside([&] { return picture.LoadFromFile(path); }); !loaded) return loaded;
+  image1_->Assign(picture);
+  image2_->Assign(picture);
   file_ = file;
   modified_ = false;
   return {};
@@ -277,13 +275,14 @@ bool frmedit::SettleChanges() {
 void frmedit::mnu_open_Click() {
   if (!SettleChanges()) return;
   const QString path = Pick({PickRequest::What::OpenFile, tr("Open"),
-                             GetParentFolderName(file_.path), edit_text::OpenFilters()});
+                             GetParentFolderName(file_.path), OpenPictureFilters()});
   if (path.isEmpty()) return;
+  const Outcome loaded = Load(path);
+  Tell(loaded);
+  if (!loaded) return;
   Image13_Click();
   ShowStep(EditCommand::Open);
-  image1_->ClearAllRedo();
-  image1_->ClearAllUndo();
-  Tell(Load(path));
+  ShowPage(Page::Editing);
   UpdateStatusBar();
 }
 
@@ -311,7 +310,7 @@ void frmedit::Command17_Click() {
     if (file_.path.isEmpty()) return;
     const QString typed =
         Pick({PickRequest::What::SaveFile, QString::fromUtf16(edit_text::kSaveTitle), file_.path,
-              edit_text::SaveFilters()});
+              SavePictureFilters()});
     if (typed.isEmpty()) return;
     const SaveTarget target = FindSaveTarget(typed);
     if (target.exists &&
@@ -338,7 +337,7 @@ void frmedit::closeEvent(QCloseEvent* event) {
 }
 
 void frmedit::SaveSettings() {
-  const QString folder = GetParentFolderName(session_.Folders().ScratchFolder());
+  const QString folder = session_.Folders().StateFolder();
   Tell(SaveResizeSettings(folder, resize_->Panel()));
   Tell(SaveWatermarkSettings(folder, watermark_->Panel()));
 }

@@ -165,12 +165,12 @@ void frmedit::OpenDialog(EditCommand command) {
     image1_->SetMouseInteract(mode.toString(), false);
   const QImage picture = image1_->SelectedImage();
   if (picture.isNull()) return;
-  std::optional<AdjustChange> change;
-  if (command == EditCommand::Sharpen) change = frmsharpen::Ask(picture, this);
-  if (command == EditCommand::Color) change = frmcolorcast::Ask(picture, this);
-  if (command == EditCommand::Saturation) change = frmsaturation::Ask(picture, this);
-  if (command == EditCommand::Brightness) change = frmbright::Ask(picture, this);
-  if (change) Tell(image1_->Apply(change->change, change->reach));
+  std::optional<PictureChange> change;
+  if (command == EditCommand::Sharpen) change = frmsharpen(picture, this).Ask();
+  if (command == EditCommand::Color) change = frmcolorcast(picture, this).Ask();
+  if (command == EditCommand::Saturation) change = frmsaturation(picture, this).Ask();
+  if (command == EditCommand::Brightness) change = frmbright(picture, this).Ask();
+  if (change) Tell(image1_->Apply(*change));
 }
 
 void frmedit::Effect(const char16_t* page) {
