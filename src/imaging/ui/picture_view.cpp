@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "imaging/ui/image_x.h"
+#include "imaging/ui/picture_view.h"
 
 #include <QKeyEvent>
 #include <QPainter>
