@@ -10,10 +10,28 @@
 #include <QRectF>
 #include <QString>
 #include <QStringView>
+#include <QTransform>
 #include <span>
 #include <vector>
 
 namespace zqm {
+
+/// A picture with smaller versions of itself, each half the one before, so that it is painted small
+/// without loss of detail. Immutable; making one of a large picture takes a while, on any thread.
+class ObjectPicture {
+ public:
+  ObjectPicture() = default;
+  ObjectPicture(const QImage& image);  // NOLINT(implicit)
+
+  const QImage& Image() const { return image_; }
+  /// The smallest version that is at least so large.
+  const QImage& AtLeast(QSizeF size) const;
+  bool operator==(const ObjectPicture& other) const { return image_ == other.image_; }
+
+ private:
+  QImage image_;
+  std::vector<QImage> smaller_;
+};
 
 enum class ObjectKind { Line = 1, Rectangle = 2, Picture = 5, Text = 6 };
 enum class PenStyle { Solid = 0, Dash = 1, Dot = 2, None = 5 };
@@ -54,7 +72,7 @@ struct VectorObject {
   bool selectable = true;              ///< SELECTABLE
   bool visible = true;                 ///< VISIBLE
   EndShape endShape = EndShape::None;  ///< ENDSHAPE of a line
-  QImage picture;                      ///< of a picture; has no key
+  ObjectPicture picture;               ///< of a picture; has no key
 
   bool operator==(const VectorObject&) const = default;
 
@@ -64,7 +82,14 @@ struct VectorObject {
   QPolygonF Outline() const;
   /// Around everything that is painted.
   QRectF Bounds() const;
+  /// From the flat box to how it lies over the picture.
+  QTransform Turning() const;
+  /// Of the head of a line that has one, pixels.
+  double ArrowLength() const;
 };
+
+/// A longer TEXT isn't taken.
+inline constexpr int kMostObjectText = 10000;
 
 /// Where an object is taken to size it. A line has its start (`TopLeft`) and end (`BottomRight`).
 enum class Handle { None, TopLeft, Top, TopRight, Right, BottomRight, Bottom, BottomLeft, Left };
@@ -112,7 +137,7 @@ class VectorObjects {
   QString GetObjectProperty(int id, QStringView key) const;
   /// For every object of the list.
   bool SetAllObjects(QStringView key, const QString& value);
-  void SetPicture(int id, const QImage& picture);
+  void SetPicture(int id, const ObjectPicture& picture);
   QImage PictureOf(int id) const;
   /// Takes the place of the object with its ID, for what a drag made of it. False when there is
   /// none.
