@@ -140,7 +140,8 @@ class EditedPicture {
   PictureState State();
   void Save(UndoStack::List list);
   Outcome Restore(UndoStack::List list, int index);
-  Outcome Take(const QImage& after);
+  Outcome Change(const Selection& selection, const PictureChange& change, int reach);
+  Outcome Take(const Result<QImage>& after);
   void SetPixels(const QImage& image);
 
   Picture picture_;

@@ -42,6 +42,7 @@ class Selection {
   QPainterPath Outline(const QRectF& visible, double scale) const;
 
  private:
+  void PaintMask(QImage& mask, const QRect& part, const QPoint& origin) const;
   QPainterPath AreaOutline(const QRect& visible, int step) const;
 
   QRect bounds_;

@@ -63,30 +63,36 @@ class UndoStack {
   void WaitForPacking() const;
   /// Bytes of all levels, waiting ones included.
   qint64 MemoryUsed() const;
-  qint64 BytesOnDisk() const;
+  qint64 BytesOnDisk() const { return ledger_->disk; }
   /// How many levels were dropped for want of disk or memory since the lists were last cleared; why
   /// is in `LostReason`.
   int Lost() const { return lost_; }
   const QString& LostReason() const { return lostReason_; }
 
  private:
-  struct Level;
-  std::deque<std::shared_ptr<Level>>& Levels(List list);
-  const std::deque<std::shared_ptr<Level>>& Levels(List list) const;
+  struct Level {
+    PictureState state;  // its image is null once it is only packed
+    TiledPicture tiles;  // empty until it is packed
+  };
+  using LevelList = std::deque<std::shared_ptr<Level>>;
+
+  LevelList& Levels(List list) { return list == List::Undo ? undo_ : redo_; }
   void Pack(const std::shared_ptr<Level>& level, const std::shared_ptr<Level>& older);
   void Settle();
   void KeepToMemory();
-  bool MakeRoom();
+  Outcome MoveToDisk(Level& level);
+  void DropOldest(const QString& reason);
 
   QString scratchFolder_;
   qint64 mostMemory_;
   int limit_ = kDefaultLimit;
-  std::deque<std::shared_ptr<Level>> undo_, redo_;  // the newest in front
+  std::shared_ptr<TileLedger> ledger_ = std::make_shared<TileLedger>();
+  LevelList undo_, redo_;  // the newest in front
   // The level that was brought back last: pushed again unchanged, it needn't be packed again.
   std::shared_ptr<Level> restored_;
   qint64 restoredKey_ = 0;
   std::shared_ptr<Level> packing_;
-  std::shared_future<void> packed_;
+  std::future<std::optional<TiledPicture>> packed_;
   int lost_ = 0;
   QString lostReason_;
   QThreadPool pool_;  // last: waits for its work before the rest goes
