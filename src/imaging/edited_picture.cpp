@@ -137,10 +137,10 @@ QImage EditedPicture::SelectedImage() const {
   return HasSelection() ? Image().copy(selection_.Bounds()) : Image();
 }
 
-void EditedPicture::AssignSelectionTo(EditedPicture& other) const {
+Picture EditedPicture::SelectedPicture() const {
   Picture part = picture_;
   if (HasSelection()) part.SetImage(SelectedImage());
-  other.Assign(part);
+  return part;
 }
 
 // Operations.
@@ -300,6 +300,7 @@ PictureState EditedPicture::State() {
 }
 
 void EditedPicture::Save(UndoStack::List list) {
+  Run([] {});  // the level before may still be packed
   history_.Push(list, State());
 }
 

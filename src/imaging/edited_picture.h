@@ -61,7 +61,8 @@ class EditedPicture {
   void AssignTo(EditedPicture& other) const { other.Assign(picture_); }
   /// The bounding box of what is selected, all its pixels as they are: a shape lies in its
   /// surroundings. The whole picture where nothing is selected.
-  void AssignSelectionTo(EditedPicture& other) const;
+  void AssignSelectionTo(EditedPicture& other) const { other.Assign(SelectedPicture()); }
+  Picture SelectedPicture() const;
   /// The same as pixels.
   QImage SelectedImage() const;
 

@@ -189,7 +189,7 @@ class ImageX : public PictureView, private ToolHost {
   /// `OnSelectObject` tells of each change, also by these.
   void SelectObject(int id, bool on);
   void SelectAllObjects();
-  void DeselectAllObjects();
+  void DeselectAllObjects() { SetSelected({}); }
   /// While the mouse sizes.
   void SetKeepObjectAspect(bool keep) { keepAspect_ = keep; }
   bool KeepObjectAspect() const { return keepAspect_; }
@@ -233,31 +233,37 @@ class ImageX : public PictureView, private ToolHost {
   int PutLine(const QPointF& from, const QPointF& to) override;
 
   enum class Ending { Silent, Finished };
+  bool Occupied(const std::function<void(EditedPicture&)>& body);
   Outcome Work(const Operation& operation, Ending ending);
   void SaveState(void (EditedPicture::*save)());
   void ShowEdited();
   void ObjectsChanged();
-  void SelectedChanged();
+  void SetSelected(std::set<int> ids);
+  void SelectionChanged();
   void March();
   void UpdateOutline();
-  MouseTool* Tool() const { return tool_.get(); }
+  QTransform ToView() const;
+  bool ToolWorks() const { return tool_ && HasImage() && !working_; }
+  void HandTo(void (MouseTool::*handler)(const ToolEvent&), const QMouseEvent* event);
   ToolEvent EventAt(const QPointF& at, Qt::KeyboardModifiers modifiers) const;
   void SwitchTool(const QString& mode);
 
   std::shared_ptr<EditedPicture> picture_;  // an operation under way holds it too
   bool working_ = false;
   QString toolMode_;
-  std::unique_ptr<MouseTool> tool_;
+  std::shared_ptr<MouseTool> tool_;  // a handler under way holds it too
+  ToolEvent hover_;  // where the mouse was last
   std::optional<QCursor> cursor_;
   SelectionLimits limits_;
   int tolerance_ = 10;
   std::vector<std::pair<QString, QString>> nextObject_;
   std::set<int> selected_;
   bool keepAspect_ = false;
-  // The marching line: its path in the viewport for the view that it was made for.
+  // The marching line in the viewport, for the view that it was made for.
   QTimer ants_;
   int phase_ = 0;
   QPainterPath outline_;
+  QRegion outlineRegion_;
   bool outlineStale_ = true;
 };
 

@@ -58,7 +58,8 @@ class MouseTool {
   /// With or without the button down.
   virtual void Move(const ToolEvent& event) = 0;
   virtual void Release(const ToolEvent& event) = 0;
-  virtual void DoubleClick(const ToolEvent&) {}
+  /// The second press of two quick ones.
+  virtual void DoubleClick(const ToolEvent& event) { Press(event); }
   /// Whether the key was the tool's.
   virtual bool Key(int, const ToolEvent&) { return false; }
   /// Whether something is begun and not finished.

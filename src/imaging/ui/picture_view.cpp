@@ -24,7 +24,8 @@ constexpr double kEnoughPixels = 1.05;  // device pixels of an image pixel befor
 constexpr int kLineStep = 40;
 constexpr int kMessageMargin = look::kSpace24;
 
-constexpr std::array<QStringView, 2> kModes = {u"SCROLL", u"MOUSEWHEELZOOM"};
+constexpr QStringView kScroll = u"SCROLL", kWheelZoom = u"MOUSEWHEELZOOM";
+constexpr std::array kModes = {kScroll, kWheelZoom};
 
 /// The mean of each two by two pixels.
 QImage Halved(const QImage& image) {
@@ -53,9 +54,22 @@ QImage Halved(const QImage& image) {
   return half;
 }
 
+/// The smallest level of a picture that still has a pixel for each of the device, made when it is
+/// missing.
+std::size_t LevelIn(std::vector<QImage>& levels, double deviceScale) {
+  std::size_t level = 0;
+  while (deviceScale <= 0.5 && levels[level].width() > 1 && levels[level].height() > 1) {
+    deviceScale *= 2;
+    ++level;
+    if (level == levels.size()) levels.push_back(Halved(levels.back()));
+  }
+  return level;
+}
+
 }  // namespace
 
-ImageX::ImageX(QWidget* parent) : QAbstractScrollArea(parent) {
+PictureView::PictureView(QWidget* parent)
+    : QAbstractScrollArea(parent), background_(look::kGround), modes_{kWheelZoom.toString()} {
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setMouseTracking(true);
@@ -64,15 +78,15 @@ ImageX::ImageX(QWidget* parent) : QAbstractScrollArea(parent) {
   verticalScrollBar()->setSingleStep(kLineStep);
 }
 
-void ImageX::ShowImage(const QImage& image, const QSize& fullSize, KeepView keep) {
+void PictureView::ShowImage(const QImage& image, const QSize& fullSize, KeepView keep) {
   if (image.isNull()) return Clear();
   const QPointF middle = QRectF(viewport()->rect()).center();
   const QPointF before = ToBitmap(middle);
   const QSize sizeBefore = fullSize_;
   const bool keeps = keep == KeepView::SamePhoto && HasImage() && !fit_;
-  const bool plain =
-      image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_Grayscale8;
-  levels_ = {plain ? image : image.convertToFormat(QImage::Format_ARGB32_Premultiplied)};
+  std::vector<QImage> levels = MakeLevels(image, 1);
+  if (levels.empty()) return Clear();
+  levels_ = std::move(levels);
   fullSize_ = fullSize.isEmpty() ? image.size() : fullSize;
   asked_ = false;
   if (!keeps) {
@@ -85,36 +99,52 @@ void ImageX::ShowImage(const QImage& image, const QSize& fullSize, KeepView keep
     MoveTo(before * ratio, middle);
     AskForPixels();
   }
-  viewport()->update();
+  Reshow();
   Q_EMIT OnImageChange();
 }
 
-void ImageX::Clear() {
+void PictureView::ShowLevels(std::vector<QImage> levels) {
+  if (levels.empty()) return Clear();
+  const bool keeps = HasImage() && levels.front().size() == fullSize_;
+  levels_ = std::move(levels);
+  fullSize_ = levels_.front().size();
+  asked_ = false;
+  if (!keeps) Fit();
+  Reshow();
+  Q_EMIT OnImageChange();
+}
+
+void PictureView::Clear() {
   if (!HasImage()) return;
   levels_.clear();
   fullSize_ = QSize();
   scale_ = 1;
   fit_ = true;
   UpdateScrollBars();
-  viewport()->update();
+  Reshow();
   Q_EMIT OnImageChange();
 }
 
-void ImageX::SetMessage(const QString& message) {
+void PictureView::SetMessage(const QString& message) {
   if (message == message_) return;
   message_ = message;
   setAccessibleDescription(message);
   viewport()->update();
 }
 
+void PictureView::SetBackground(const QColor& colour) {
+  background_ = colour;
+  Reshow();
+}
+
 // The view.
 
-QSizeF ImageX::ShownSize() const {
+QSizeF PictureView::ShownSize() const {
   return QSizeF(fullSize_) * (scale_ / devicePixelRatioF());
 }
 
 /// Where the picture's corner lies in the viewport: in the middle what is smaller than the view.
-QPointF ImageX::Origin() const {
+QPointF PictureView::Origin() const {
   const QSizeF shown = ShownSize();
   const QSizeF room = viewport()->size();
   const double x = shown.width() <= room.width() ? (room.width() - shown.width()) / 2
@@ -126,40 +156,48 @@ QPointF ImageX::Origin() const {
   return {std::round(x * ratio) / ratio, std::round(y * ratio) / ratio};
 }
 
-QPointF ImageX::ToBitmap(const QPointF& at) const {
+QPointF PictureView::ToBitmap(const QPointF& at) const {
   return (at - Origin()) * (devicePixelRatioF() / scale_);
 }
 
-double ImageX::ToBitmapX(double x) const {
+QPointF PictureView::FromBitmap(const QPointF& pixel) const {
+  return Origin() + pixel * (scale_ / devicePixelRatioF());
+}
+
+double PictureView::ToBitmapX(double x) const {
   return ToBitmap({x, 0}).x();
 }
-double ImageX::ToBitmapY(double y) const {
+double PictureView::ToBitmapY(double y) const {
   return ToBitmap({0, y}).y();
 }
 
-double ImageX::FitScale() const {
+double PictureView::FitScale(const QSize& picture) const {
   // The room without scroll bars, which are gone once the picture fits.
   const QSizeF room = QSizeF(maximumViewportSize()) * devicePixelRatioF();
-  if (fullSize_.isEmpty() || room.isEmpty()) return 1;
-  return std::max(kSmallestScale, std::min({1.0, room.width() / fullSize_.width(),
-                                            room.height() / fullSize_.height()}));
+  if (picture.isEmpty() || room.isEmpty()) return 1;
+  return std::max(kSmallestScale, std::min({1.0, room.width() / picture.width(),
+                                            room.height() / picture.height()}));
 }
 
-void ImageX::Fit() {
+void PictureView::Fit() {
   fit_ = true;
   if (!HasImage()) return;
-  scale_ = FitScale();
+  scale_ = FitScale(fullSize_);
   UpdateScrollBars();
   AskForPixels();
-  viewport()->update();
+  Reshow();
   Q_EMIT OnViewChange();
 }
 
-void ImageX::SetZoom(double percent) {
+double PictureView::ScaleToShow(const QSize& picture) const {
+  return HasImage() && picture == fullSize_ ? scale_ : FitScale(picture);
+}
+
+void PictureView::SetZoom(double percent) {
   SetScale(percent / 100, QRectF(viewport()->rect()).center());
 }
 
-void ImageX::SetScale(double scale, const QPointF& about) {
+void PictureView::SetScale(double scale, const QPointF& about) {
   if (!HasImage()) return;
   const QPointF pixel = ToBitmap(about);
   fit_ = false;
@@ -167,22 +205,22 @@ void ImageX::SetScale(double scale, const QPointF& about) {
   UpdateScrollBars();
   MoveTo(pixel, about);
   AskForPixels();
-  viewport()->update();
+  Reshow();
   Q_EMIT OnViewChange();
 }
 
 /// Scrolls so that a pixel of the picture lies at a place of the viewport, as far as it goes.
-void ImageX::MoveTo(const QPointF& pixel, const QPointF& at) {
+void PictureView::MoveTo(const QPointF& pixel, const QPointF& at) {
   const QPointF now = Origin() + pixel * (scale_ / devicePixelRatioF());
   horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(now.x() - at.x()));
   verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(now.y() - at.y()));
 }
 
-ImageView ImageX::View() const {
+ImageView PictureView::View() const {
   return {Zoom(), ToBitmap(QRectF(viewport()->rect()).center()), fit_};
 }
 
-void ImageX::SetView(const ImageView& view) {
+void PictureView::SetView(const ImageView& view) {
   if (!HasImage()) return;
   if (view.fit) return Fit();
   const QPointF middle = QRectF(viewport()->rect()).center();
@@ -190,7 +228,7 @@ void ImageX::SetView(const ImageView& view) {
   MoveTo(view.centre, middle);
 }
 
-void ImageX::UpdateScrollBars() {
+void PictureView::UpdateScrollBars() {
   const QSizeF shown = HasImage() ? ShownSize() : QSizeF(0, 0);
   const auto set = [](QScrollBar* bar, double length, int room) {
     // Half a pixel over is rounding and no reason for a scroll bar.
@@ -205,7 +243,7 @@ void ImageX::UpdateScrollBars() {
   UpdateCursor();
 }
 
-void ImageX::AskForPixels() {
+void PictureView::AskForPixels() {
   if (asked_ || !HasImage()) return;
   const QImage& image = levels_.front();
   const double devicePerImagePixel =
@@ -215,41 +253,67 @@ void ImageX::AskForPixels() {
   Q_EMIT FullSizeWanted();
 }
 
-/// The smallest level that still has a pixel for each of the device.
-const QImage& ImageX::LevelFor(double deviceScale) {
-  std::size_t level = 0;
-  while (deviceScale <= 0.5 && levels_[level].width() > 1 && levels_[level].height() > 1) {
-    deviceScale *= 2;
-    ++level;
-    if (level == levels_.size()) levels_.push_back(Halved(levels_.back()));
-  }
-  return levels_[level];
+std::vector<QImage> PictureView::MakeLevels(const QImage& image, double deviceScale) {
+  if (image.isNull()) return {};
+  const bool plain =
+      image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_Grayscale8;
+  std::vector<QImage> levels = {plain ? image
+                                      : image.convertToFormat(QImage::Format_ARGB32_Premultiplied)};
+  if (levels.front().isNull()) return {};
+  LevelIn(levels, deviceScale);
+  return levels;
 }
 
-void ImageX::paintEvent(QPaintEvent*) {
-  QPainter painter(viewport());
-  painter.fillRect(viewport()->rect(), QColor(look::kGround));
-  if (HasImage()) {
-    const QRectF target(Origin(), ShownSize());
-    const double deviceScale =
-        scale_ * fullSize_.width() / static_cast<double>(levels_.front().width());
-    const QImage& level = LevelFor(deviceScale);
-    const QSizeF device = target.size() * devicePixelRatioF();
-    const QSizeF off = device - QSizeF(level.size());
-    if (std::abs(off.width()) < 1 && std::abs(off.height()) < 1) {
-      QImage exact = level;
-      exact.setDevicePixelRatio(devicePixelRatioF());
-      painter.drawImage(target.topLeft(), exact);
-    } else {
-      const QRectF visible = target & QRectF(viewport()->rect());
-      const double sx = level.width() / target.width(), sy = level.height() / target.height();
-      const QPointF from = visible.topLeft() - target.topLeft();
-      const QRectF source(from.x() * sx, from.y() * sy, visible.width() * sx,
-                          visible.height() * sy);
-      painter.setRenderHint(QPainter::SmoothPixmapTransform, deviceScale < kPixelsShowFrom);
-      painter.drawImage(visible, level, source);
-    }
+const QImage& PictureView::LevelFor(double deviceScale) {
+  return levels_[LevelIn(levels_, deviceScale)];
+}
+
+/// What the viewport shows has changed, but for what lies over the picture.
+void PictureView::Reshow() {
+  frame_ = QImage();
+  viewport()->update();
+}
+
+void PictureView::DrawPicture(QPainter& painter) {
+  const QRectF target(Origin(), ShownSize());
+  const double deviceScale =
+      scale_ * fullSize_.width() / static_cast<double>(levels_.front().width());
+  const QImage& level = LevelFor(deviceScale);
+  const QSizeF device = target.size() * devicePixelRatioF();
+  const QSizeF off = device - QSizeF(level.size());
+  if (std::abs(off.width()) < 1 && std::abs(off.height()) < 1) {
+    QImage exact = level;
+    exact.setDevicePixelRatio(devicePixelRatioF());
+    painter.drawImage(target.topLeft(), exact);
+    return;
   }
+  const QRectF visible = target & QRectF(viewport()->rect());
+  const double sx = level.width() / target.width(), sy = level.height() / target.height();
+  const QPointF from = visible.topLeft() - target.topLeft();
+  const QRectF source(from.x() * sx, from.y() * sy, visible.width() * sx, visible.height() * sy);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform, deviceScale < kPixelsShowFrom);
+  painter.drawImage(visible, level, source);
+}
+
+/// Scaling is done once for each view: what lies over the picture moves more often.
+const QImage& PictureView::Frame() {
+  const double ratio = devicePixelRatioF();
+  const QSize size = (QSizeF(viewport()->size()) * ratio).toSize();
+  if (frame_.size() == size && frame_.devicePixelRatio() == ratio) return frame_;
+  frame_ = QImage(size, QImage::Format_RGB32);
+  frame_.setDevicePixelRatio(ratio);
+  frame_.fill(background_);
+  if (HasImage() && !frame_.isNull()) {
+    QPainter painter(&frame_);
+    DrawPicture(painter);
+  }
+  return frame_;
+}
+
+void PictureView::paintEvent(QPaintEvent* event) {
+  QPainter painter(viewport());
+  painter.drawImage(QPointF(0, 0), Frame());
+  PaintOver(painter, event->region());
   if (message_.isEmpty()) return;
   const QRect room = viewport()->rect().marginsRemoved(
       {kMessageMargin, kMessageMargin, kMessageMargin, kMessageMargin});
@@ -257,7 +321,9 @@ void ImageX::paintEvent(QPaintEvent*) {
   painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, message_);
 }
 
-void ImageX::resizeEvent(QResizeEvent* event) {
+void PictureView::PaintOver(QPainter&, const QRegion&) {}
+
+void PictureView::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
   if (fit_)
     Fit();
@@ -266,74 +332,104 @@ void ImageX::resizeEvent(QResizeEvent* event) {
   Q_EMIT OnViewChange();
 }
 
-void ImageX::scrollContentsBy(int, int) {
-  viewport()->update();
+void PictureView::scrollContentsBy(int, int) {
+  Reshow();
   Q_EMIT OnViewChange();
 }
 
 // Mouse and keys.
 
-void ImageX::SetMouseInteract(const QString& mode, bool on) {
-  const QString upper = mode.toUpper();
-  if (std::ranges::find(kModes, QStringView(upper)) == kModes.end()) return;
+void PictureView::SwitchMode(const QString& mode, bool on) {
   if (on)
-    modes_.insert(upper);
+    modes_.insert(mode);
   else
-    modes_.remove(upper);
+    modes_.remove(mode);
   UpdateCursor();
 }
 
-bool ImageX::CanPan() const {
-  return GetMouseInteract(u"SCROLL"_s) &&
-         (horizontalScrollBar()->maximum() > 0 || verticalScrollBar()->maximum() > 0);
+void PictureView::SetMouseInteract(const QString& mode, bool on) {
+  const QString upper = mode.toUpper();
+  if (std::ranges::find(kModes, QStringView(upper)) != kModes.end()) SwitchMode(upper, on);
 }
 
-void ImageX::UpdateCursor() {
-  viewport()->setCursor(!CanPan()  ? Qt::ArrowCursor
-                        : panning_ ? Qt::ClosedHandCursor
-                                   : Qt::OpenHandCursor);
+bool PictureView::LeftButtonPans() const {
+  return modes_.contains(kScroll.toString());
 }
 
-void ImageX::wheelEvent(QWheelEvent* event) {
+bool PictureView::HasRoomToPan() const {
+  return horizontalScrollBar()->maximum() > 0 || verticalScrollBar()->maximum() > 0;
+}
+
+void PictureView::UpdateCursor() {
+  const bool pans = (spaceHeld_ || LeftButtonPans()) && HasRoomToPan();
+  if (panning_)
+    viewport()->setCursor(Qt::ClosedHandCursor);
+  else
+    viewport()->setCursor(pans ? QCursor(Qt::OpenHandCursor) : IdleCursor());
+}
+
+void PictureView::HoldSpace(bool held) {
+  spaceHeld_ = held;
+  UpdateCursor();
+}
+
+void PictureView::wheelEvent(QWheelEvent* event) {
   const int turned = event->angleDelta().y();
-  if (!GetMouseInteract(u"MOUSEWHEELZOOM"_s) || turned == 0)
-    return QAbstractScrollArea::wheelEvent(event);
+  const bool zooms =
+      modes_.contains(kWheelZoom.toString()) || event->modifiers().testFlag(Qt::ControlModifier);
+  if (!zooms || turned == 0) return QAbstractScrollArea::wheelEvent(event);
   constexpr double kNotch = 120;  // eighths of a degree
   SetScale(scale_ * std::pow(kWheelStep, turned / kNotch), event->position());
   event->accept();
 }
 
-void ImageX::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton && CanPan()) {
-    panning_ = true;
-    panFrom_ = event->pos();
-    UpdateCursor();
-  }
-  Q_EMIT OnMouseDown(ToBitmap(event->position()), event->button());
+bool PictureView::BeginPan(QMouseEvent* event) {
+  const bool pans = event->button() == Qt::MiddleButton ||
+                    (event->button() == Qt::LeftButton && (spaceHeld_ || LeftButtonPans()));
+  if (!pans || !HasRoomToPan()) return false;
+  panning_ = true;
+  panFrom_ = event->pos();
+  UpdateCursor();
+  return true;
 }
 
-void ImageX::mouseMoveEvent(QMouseEvent* event) {
-  if (panning_) {
-    const QPoint moved = event->pos() - panFrom_;
-    panFrom_ = event->pos();
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - moved.x());
-    verticalScrollBar()->setValue(verticalScrollBar()->value() - moved.y());
-  }
+bool PictureView::MovePan(QMouseEvent* event) {
+  if (!panning_) return false;
+  const QPoint moved = event->pos() - panFrom_;
+  panFrom_ = event->pos();
+  horizontalScrollBar()->setValue(horizontalScrollBar()->value() - moved.x());
+  verticalScrollBar()->setValue(verticalScrollBar()->value() - moved.y());
+  return true;
+}
+
+bool PictureView::EndPan(QMouseEvent* event) {
+  const bool ended = panning_ && (event->buttons() & (Qt::LeftButton | Qt::MiddleButton)) == 0;
+  if (ended) panning_ = false;
+  UpdateCursor();
+  return ended;
+}
+
+void PictureView::mousePressEvent(QMouseEvent* event) {
+  Q_EMIT OnMouseDown(ToBitmap(event->position()), event->button());
+  BeginPan(event);
+}
+
+void PictureView::mouseMoveEvent(QMouseEvent* event) {
+  MovePan(event);
   Q_EMIT OnMouseMove(ToBitmap(event->position()));
 }
 
-void ImageX::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) panning_ = false;
-  UpdateCursor();
+void PictureView::mouseReleaseEvent(QMouseEvent* event) {
+  EndPan(event);
   Q_EMIT OnMouseUp(ToBitmap(event->position()), event->button());
 }
 
-void ImageX::mouseDoubleClickEvent(QMouseEvent* event) {
+void PictureView::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   fit_ ? SetScale(1, event->position()) : Fit();
 }
 
-void ImageX::keyPressEvent(QKeyEvent* event) {
+void PictureView::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Plus:
     case Qt::Key_Equal:
@@ -344,9 +440,22 @@ void ImageX::keyPressEvent(QKeyEvent* event) {
       return Fit();
     case Qt::Key_1:
       return SetZoom(100);
+    case Qt::Key_Space:
+      return HoldSpace(true);
     default:
       return QAbstractScrollArea::keyPressEvent(event);
   }
+}
+
+void PictureView::keyReleaseEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Space || event->isAutoRepeat())
+    return QAbstractScrollArea::keyReleaseEvent(event);
+  HoldSpace(false);
+}
+
+void PictureView::focusOutEvent(QFocusEvent* event) {
+  HoldSpace(false);
+  QAbstractScrollArea::focusOutEvent(event);
 }
 
 }  // namespace zqm

@@ -82,11 +82,13 @@ class PictureView : public QAbstractScrollArea {
   /// The cursor when nothing is panned.
   virtual QCursor IdleCursor() const { return Qt::ArrowCursor; }
   /// Whether dragging with the left button pans when there is room to.
-  virtual bool LeftButtonPans() const { return modes_.contains(QStringLiteral("SCROLL")); }
+  virtual bool LeftButtonPans() const;
 
   /// An image as the view keeps it, and made smaller for the zoom that it has now: what costs time
   /// about another image, apart. May run on any thread.
   static std::vector<QImage> MakeLevels(const QImage& image, double deviceScale);
+  /// The scale at which `ShowLevels` will show a picture of that size.
+  double ScaleToShow(const QSize& picture) const;
   /// Shows what `MakeLevels` made of the whole picture. The view stays where the size does.
   void ShowLevels(std::vector<QImage> levels);
 
@@ -116,7 +118,7 @@ class PictureView : public QAbstractScrollArea {
  private:
   QSizeF ShownSize() const;
   QPointF Origin() const;
-  double FitScale() const;
+  double FitScale(const QSize& picture) const;
   void SetScale(double scale, const QPointF& about);
   void MoveTo(const QPointF& pixel, const QPointF& at);
   void Reshow();
