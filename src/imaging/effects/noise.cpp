@@ -46,7 +46,7 @@ struct RowSums {
   std::vector<float> first, second, weights;
 };
 
-/// Calls `add(row, down, aside, nearness)` for each place about a pixel.
+/// Calls `add(down, aside, nearness)` for each place about a pixel.
 template <class Add>
 void ForPlaces(const Likeness& likeness, const Add& add) {
   for (int dy = -likeness.reach; dy <= likeness.reach; ++dy) {
@@ -57,70 +57,94 @@ void ForPlaces(const Likeness& likeness, const Add& add) {
   }
 }
 
+/// Without a branch, which would keep the compiler from doing several at a time.
+float AboveZero(float value) {
+  return (value + std::abs(value)) * 0.5F;
+}
+
+// Rows are told apart for the compiler, which does several pixels at a time then.
+
+void AddLike(int count, const float* __restrict guideHere, const float* __restrict guideThere,
+             const float* __restrict there, float near, float steepness, float* __restrict sum,
+             float* __restrict weight) {
+  for (int x = 0; x < count; ++x) {
+    const float off = guideThere[x] - guideHere[x];
+    const float like = AboveZero(1 - off * off * steepness);
+    const float w = like * like * near;
+    sum[x] += w * there[x];
+    weight[x] += w;
+  }
+}
+
+struct ColourRow {
+  const float* luma;
+  const float* blue;
+  const float* red;
+};
+
+/// Pixels of other brightness are less alike too, so that colour doesn't run over edges.
+void AddLikeColours(int count, const ColourRow& hereRow, const ColourRow& thereRow, float near,
+                    float steepness, float* __restrict blueSum, float* __restrict redSum,
+                    float* __restrict weight) {
+  constexpr float kLumaShare = 0.3F;
+  const float* __restrict lumaHere = hereRow.luma;
+  const float* __restrict blueHere = hereRow.blue;
+  const float* __restrict redHere = hereRow.red;
+  const float* __restrict lumaThere = thereRow.luma;
+  const float* __restrict blueThere = thereRow.blue;
+  const float* __restrict redThere = thereRow.red;
+  for (int x = 0; x < count; ++x) {
+    const float l = lumaThere[x] - lumaHere[x];
+    const float b = blueThere[x] - blueHere[x];
+    const float r = redThere[x] - redHere[x];
+    const float off = kLumaShare * l * l + b * b + r * r;
+    const float like = AboveZero(1 - off * steepness);
+    const float w = like * like * near;
+    blueSum[x] += w * blueThere[x];
+    redSum[x] += w * redThere[x];
+    weight[x] += w;
+  }
+}
+
 cv::Mat1f Evened(const cv::Mat1f& plane, const Likeness& likeness) {
   const int pad = likeness.Halo();
   const cv::Mat1f values = Padded(plane, pad), guide = Padded(Softened(plane), pad);
   const float steepness = 1 / (likeness.tolerance * likeness.tolerance);
   cv::Mat1f out(plane.size());
   RowSums sums(plane.cols);
-  float* const __restrict value = sums.first.data();
-  float* const __restrict weight = sums.weights.data();
   for (int y = 0; y < out.rows; ++y) {
     sums.Clear();
-    const float* here = guide[y + pad] + pad;
     ForPlaces(likeness, [&](int down, int aside, float near) {
-      const float* guideThere = guide[y + pad + down] + pad + aside;
-      const float* valueThere = values[y + pad + down] + pad + aside;
-      for (int x = 0; x < out.cols; ++x) {
-        const float off = guideThere[x] - here[x];
-        const float like = std::max(0.0F, 1 - off * off * steepness);
-        const float w = like * like * near;
-        value[x] += w * valueThere[x];
-        weight[x] += w;
-      }
+      AddLike(out.cols, guide[y + pad] + pad, guide[y + pad + down] + pad + aside,
+              values[y + pad + down] + pad + aside, near, steepness, sums.first.data(),
+              sums.weights.data());
     });
-    for (int x = 0; x < out.cols; ++x)
-      out(y, x) = value[x] / weight[x];
+    for (std::size_t x = 0; x < sums.weights.size(); ++x)
+      out[y][x] = sums.first[x] / sums.weights[x];
   }
   return out;
 }
 
-/// Both planes of colour at once; pixels of other brightness are less alike too, so that colour
-/// doesn't run over edges.
+/// Both planes of colour at once.
 void EvenColours(const cv::Mat1f& luma, cv::Mat1f& blue, cv::Mat1f& red, const Likeness& likeness) {
   const int pad = likeness.Halo();
   const cv::Mat1f lumas = Padded(Softened(luma), pad);
   const cv::Mat1f blues = Padded(Softened(blue), pad), reds = Padded(Softened(red), pad);
   const float steepness = 1 / (likeness.tolerance * likeness.tolerance);
-  constexpr float kLumaShare = 0.3F;
+  const auto rowAt = [&](int y, int aside) {
+    return ColourRow{lumas[y] + aside, blues[y] + aside, reds[y] + aside};
+  };
   RowSums sums(luma.cols);
-  float* const __restrict blueSum = sums.first.data();
-  float* const __restrict redSum = sums.second.data();
-  float* const __restrict weight = sums.weights.data();
   for (int y = 0; y < luma.rows; ++y) {
     sums.Clear();
-    const float* lumaHere = lumas[y + pad] + pad;
-    const float* blueHere = blues[y + pad] + pad;
-    const float* redHere = reds[y + pad] + pad;
+    const ColourRow here = rowAt(y + pad, pad);
     ForPlaces(likeness, [&](int down, int aside, float near) {
-      const float* lumaThere = lumas[y + pad + down] + pad + aside;
-      const float* blueThere = blues[y + pad + down] + pad + aside;
-      const float* redThere = reds[y + pad + down] + pad + aside;
-      for (int x = 0; x < luma.cols; ++x) {
-        const float l = lumaThere[x] - lumaHere[x];
-        const float b = blueThere[x] - blueHere[x];
-        const float r = redThere[x] - redHere[x];
-        const float off = kLumaShare * l * l + b * b + r * r;
-        const float like = std::max(0.0F, 1 - off * steepness);
-        const float w = like * like * near;
-        blueSum[x] += w * blueThere[x];
-        redSum[x] += w * redThere[x];
-        weight[x] += w;
-      }
+      AddLikeColours(luma.cols, here, rowAt(y + pad + down, pad + aside), near, steepness,
+                     sums.first.data(), sums.second.data(), sums.weights.data());
     });
-    for (int x = 0; x < luma.cols; ++x) {
-      blue(y, x) = blueSum[x] / weight[x];
-      red(y, x) = redSum[x] / weight[x];
+    for (std::size_t x = 0; x < sums.weights.size(); ++x) {
+      blue[y][x] = sums.first[x] / sums.weights[x];
+      red[y][x] = sums.second[x] / sums.weights[x];
     }
   }
 }
