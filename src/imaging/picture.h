@@ -77,8 +77,6 @@ class Picture {
   int ImageHeight() const { return image_.height(); }
   const QImage& Image() const { return image_; }
   void SetImage(const QImage& image) { image_ = image; }
-  /// Whether the pixels are those of the file that was loaded, and such pixels brought back.
-  bool PixelsUntouched() const { return image_.cacheKey() == loadedPixels_; }
   void SetLoadedImage(const QImage& image) {
     image_ = image;
     loadedPixels_ = image.cacheKey();
