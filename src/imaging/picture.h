@@ -77,6 +77,7 @@ class Picture {
   int ImageHeight() const { return image_.height(); }
   const QImage& Image() const { return image_; }
   void SetImage(const QImage& image) { image_ = image; }
+  /// Pixels of the file brought back after others were set.
   void SetLoadedImage(const QImage& image) {
     image_ = image;
     loadedPixels_ = image.cacheKey();

@@ -301,6 +301,8 @@ void frmmain::Run(Command command) {
   switch (command) {
     case Command::OpenFolder:
       return OpenFolder();
+    case Command::EditPhoto:
+      return EditPhoto();
     case Command::ExternalEditor:
       return mnuchoose_Click();
     case Command::MoveTo:

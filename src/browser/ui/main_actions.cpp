@@ -36,9 +36,11 @@ struct Row {
 constexpr Row kRows[] = {
     {Command::OpenFolder, u"&File", u"&Open Folder…", u"Ctrl+O", "folder-open", "mnuopenfolder",
      u"Browse a folder", kPlain},
+    {Command::EditPhoto, u"&File", u"Edit In &Zolmira QM Photo Editor", u"F4", "document-edit",
+     "mnufile2(1)", u"Edit the first of the selected photos", kNeedsSelection | kSeparatorBefore},
     {Command::ExternalEditor, u"&File", u"Open In &External Editor", u"Ctrl+E",
      "document-open-folder", "mnuchoose", u"Open the selected photos in another program",
-     kNeedsSelection | kSeparatorBefore},
+     kNeedsSelection},
     {Command::MoveTo, u"&File", u"&Move To Folder...", u"Ctrl+M", "transform-move", "mnufile2(3)",
      u"Move the selected photos, their rows with them", kNeedsSelection | kSeparatorBefore},
     {Command::CopyTo, u"&File", u"&Copy To Folder...", u"Ctrl+Shift+M", "edit-copy", "mnufile2(4)",

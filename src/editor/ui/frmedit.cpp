@@ -333,6 +333,7 @@ void frmedit::closeEvent(QCloseEvent* event) {
     if (!isEnabled() || image1_->IsWorking() || !SettleChanges()) return event->ignore();
     SaveSettings();
     event->accept();
+    Q_EMIT Closed();
   });
 }
 

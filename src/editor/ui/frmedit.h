@@ -37,6 +37,9 @@ class frmedit : public QMainWindow {
   const QString& CurrentPath() const { return file_.path; }
   bool Modified() const { return modified_; }
 
+ Q_SIGNALS:
+  void Closed();
+
  protected:
   void closeEvent(QCloseEvent* event) override;
 

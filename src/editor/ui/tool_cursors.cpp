@@ -95,7 +95,7 @@ QCursor Draw(const QPainterPath& sign) {
     painter.drawPath(sign);
   }
   painter.end();
-  return {pixmap, static_cast<int>(kHot.x()), static_cast<int>(kHot.y())};
+  return QCursor(pixmap, static_cast<int>(kHot.x()), static_cast<int>(kHot.y()));
 }
 
 }  // namespace
