@@ -62,6 +62,7 @@ class Picture {
     parameters_.SetIOProperty(key, value);
   }
   const FileParameters& Parameters() const { return parameters_; }
+  void SetParameters(const FileParameters& parameters) { parameters_ = parameters; }
   /// Takes the whole parameter block of another picture.
   void CopyParamsHandle(const Picture& from) { parameters_ = from.parameters_; }
 
@@ -76,6 +77,10 @@ class Picture {
   int ImageHeight() const { return image_.height(); }
   const QImage& Image() const { return image_; }
   void SetImage(const QImage& image) { image_ = image; }
+  void SetLoadedImage(const QImage& image) {
+    image_ = image;
+    loadedPixels_ = image.cacheKey();
+  }
   void Clear();
   void AssignTo(Picture& other) const { other.image_ = image_; }
 

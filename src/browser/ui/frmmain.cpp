@@ -462,10 +462,7 @@ void frmmain::mnusettings_Click() {
 }
 
 void frmmain::ShowAbout() {
-  MsgBox(u"Zolmira QM "_s + ProgramVersion() +
-             u"\n\nA photo manager for one user and one machine.\n\nFree software under the GNU "
-             u"General Public License, version 3 or later."_s,
-         MessageKind::Information);
+  MsgBox(AboutText(), MessageKind::Information);
 }
 
 // The window's state.

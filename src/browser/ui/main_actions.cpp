@@ -6,7 +6,7 @@
 #include <QMenuBar>
 #include <QWidget>
 
-#include "shell/ui/look.h"
+#include "shell/ui/commands.h"
 
 using namespace Qt::StringLiterals;
 
@@ -155,15 +155,11 @@ constexpr Row kRows[] = {
 MainActions::MainActions(QWidget* window) : QObject(window) {
   auto* rows = new QActionGroup(this);
   for (const Row& row : kRows) {
-    auto* action = new QAction(QString::fromUtf16(row.text), this);
-    action->setObjectName(QString::fromLatin1(row.name));
-    action->setShortcut(QKeySequence(QString::fromUtf16(row.shortcut)));
-    if (row.icon[0] != '\0') action->setIcon(look::Icon(row.icon));
-    if (row.toolTip[0] != u'\0') action->setToolTip(QString::fromUtf16(row.toolTip));
+    QAction* action =
+        AddCommand(window, this, {row.text, row.shortcut, row.icon, row.name, row.toolTip});
     action->setCheckable((row.traits & kCheckable) != 0);
     connect(action, &QAction::triggered, this,
             [this, command = row.command] { Q_EMIT Triggered(command); });
-    window->addAction(action);
     actions_[row.command] = action;
   }
   rows->addAction(Get(Command::SingleRow));
