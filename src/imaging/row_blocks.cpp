@@ -6,15 +6,16 @@
 #include <atomic>
 
 #include "imaging/progress.h"
+#include "shell/work_pool.h"
 
 namespace zqm {
 
 void ForRowBlocks(int rows, std::int64_t rowCost, const std::function<void(int, int)>& work) {
   constexpr std::int64_t kWorthAThread = 1 << 20;
   constexpr int kBlocksAThread = 16;  // so that none is waited for long, and progress has steps
-  QThreadPool* pool = QThreadPool::globalInstance();
+  QThreadPool& pool = WorkPool();
   const int threads = static_cast<int>(
-      std::min<std::int64_t>({pool->maxThreadCount(), rows, rows * rowCost / kWorthAThread}));
+      std::min<std::int64_t>({pool.maxThreadCount(), rows, rows * rowCost / kWorthAThread}));
   if (threads < 2) {
     work(0, rows);
     return;
@@ -31,7 +32,7 @@ void ForRowBlocks(int rows, std::int64_t rowCost, const std::function<void(int, 
   };
   QSemaphore done;
   int helpers = 0;
-  while (helpers < threads - 1 && pool->tryStart([&] {
+  while (helpers < threads - 1 && pool.tryStart([&] {
     takeBlocks();
     done.release();
   }))

@@ -194,14 +194,12 @@ QPainterPath Selection::AreaOutline(const QRect& visible, int step) const {
     if (path.elementCount() >= kMostOutlinePoints) return path;
     int flat = -1;
     for (int column = left; column <= right; ++column) {
-      const bool here = row < bottom && column < right && samples.At(column, row);
-      const bool above = row > 0 && column < right && samples.At(column, row - 1);
-      const bool before = row < bottom && column > 0 && samples.At(column - 1, row);
-      const bool edge = here != above && column < right;
+      const bool here = samples.At(column, row);
+      const bool edge = here != samples.At(column, row - 1) && column < right;
       if (edge && flat < 0) flat = column;
       if (!edge && flat >= 0) line(flat, row, column, row), flat = -1;
       int& upright = uprights[static_cast<std::size_t>(column - left)];
-      const bool side = here != before && row < bottom;
+      const bool side = here != samples.At(column - 1, row) && row < bottom;
       if (side && upright < 0) upright = row;
       if (!side && upright >= 0) line(column, upright, column, row), upright = -1;
     }

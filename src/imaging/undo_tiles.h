@@ -70,7 +70,7 @@ struct TiledPicture {
 
 /// Packs a picture. Tiles whose pixels are those of `beside` at the same place are taken from
 /// `besideTiles`, where both are of that format and size. Nothing when there is no memory for it.
-/// Thread-safe; large pictures use the global pool.
+/// Thread-safe; large pictures use the work pool.
 std::optional<TiledPicture> PackPicture(const QImage& picture, const QImage& beside,
                                         const TiledPicture& besideTiles,
                                         const std::shared_ptr<TileLedger>& ledger);

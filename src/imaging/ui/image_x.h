@@ -17,7 +17,7 @@ namespace zqm {
 /// in it, its objects, selection and way back. Without such a picture it shows what `ShowImage`
 /// hands it.
 ///
-/// Operations give their outcome when they are done. The heavy part runs on the global pool;
+/// Operations give their outcome when they are done. The heavy part runs on the work pool;
 /// meanwhile the window paints, the user is kept out, `OnProgress` tells how far it is and a second
 /// operation is refused. The control may be destroyed while one is under way.
 class ImageX : public PictureView, private ToolHost {

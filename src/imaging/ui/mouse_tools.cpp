@@ -238,7 +238,8 @@ class ObjectTool : public MouseTool {
     }
     if (adds) return Host().ToggleObject(hit);
     if (!Host().IsObjectSelected(hit)) Host().SelectOnly({hit});
-    BeginDrag(What::Moving, SelectedMoveable(), Handle::None);
+    const bool held = !Host().ObjectList().Find(hit)->moveable;
+    BeginDrag(What::Moving, held ? std::vector<VectorObject>() : SelectedMoveable(), Handle::None);
   }
 
   void Move(const ToolEvent& event) override {

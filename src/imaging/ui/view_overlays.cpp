@@ -80,8 +80,9 @@ void PaintAnts(QPainter& painter, const QPainterPath& line, int phase) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing, false);
   painter.setBrush(Qt::NoBrush);
-  painter.setBrushOrigin(phase % kAntPhases, 0);
-  painter.setPen(QPen(QBrush(Stripes()), 1));
+  QBrush stripes(Stripes());
+  stripes.setTransform(QTransform::fromTranslate(phase % kAntPhases, 0));
+  painter.setPen(QPen(stripes, 1));
   painter.drawPath(line);
   painter.restore();
 }
