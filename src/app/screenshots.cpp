@@ -2,6 +2,7 @@
 // Draws every window with sample data, so that a person can look at the whole program at once.
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QCommandLineParser>
 #include <QDeadlineTimer>
 #include <QDir>
@@ -11,6 +12,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSettings>
+#include <QSlider>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -33,7 +35,14 @@
 #include "cataloguing/reconnect.h"
 #include "cataloguing/ui/frmcatalog.h"
 #include "cataloguing/ui/frmconnect.h"
+#include "editor/ui/frmbright.h"
+#include "editor/ui/frmcolorcast.h"
+#include "editor/ui/frmsaturation.h"
+#include "editor/ui/frmsharpen.h"
+#include "imaging/ui/before_after.h"
 #include "imaging/ui/image_multi_x.h"
+#include "imaging/ui/image_x.h"
+#include "imaging/ui/previews_dialog.h"
 #include "metadata/exif_editor.h"
 #include "metadata/iptc_editor.h"
 #include "search/ui/check_list.h"
@@ -238,7 +247,37 @@ class Studio {
     }
   }
 
+  /// Each with something to see in it.
+  void ChangeDialogs() {
+    const QImage photo(photos_ + u'/' +
+                       QDir(photos_).entryList({u"*.jpg"_s}, QDir::Files).value(2));
+    for (const QString& page : PreviewPages()) {
+      const auto dialog = MakePreviewsDialog(photo, page);
+      if (auto* preset = dialog->findChild<QComboBox*>(u"cmbpreset"_s))
+        preset->setCurrentText(u"Relief on gray"_s);
+      Show(*dialog, u"previews-"_s + page.toLower());
+    }
+    const auto slide = [](const ChangeDialog& dialog, const char16_t* slider, int value) {
+      dialog.findChild<QSlider*>(QString::fromUtf16(slider))->setValue(value);
+    };
+    frmsharpen sharpen(photo);
+    slide(sharpen, u"sldsharpen", 40);
+    Show(sharpen, u"frmsharpen"_s);
+    sharpen.Views()->Before()->SetZoom(200);
+    Show(sharpen, u"frmsharpen-zoomed"_s);
+    frmcolorcast cast(photo);
+    slide(cast, u"sldtemperature", 40);
+    Show(cast, u"frmcolorcast"_s);
+    frmsaturation saturation(photo);
+    slide(saturation, u"sldsaturation", 60);
+    Show(saturation, u"frmsaturation"_s);
+    frmbright bright(photo);
+    slide(bright, u"sldcontrast", 30);
+    Show(bright, u"frmbright"_s);
+  }
+
   void Dialogs() {
+    ChangeDialogs();
     frmstart start;
     Show(start, u"frmstart"_s);
     frmintro intro;

@@ -175,6 +175,7 @@ QScrollArea { background: transparent; border: none; }
 
 QSlider::groove:horizontal { height: 4px; background: @raised; border-radius: 2px; }
 QSlider::sub-page:horizontal { background: @accent; border-radius: 2px; }
+QSlider[role="twosided"]::sub-page:horizontal { background: @raised; }
 QSlider::handle:horizontal { width: 14px; margin: -5px 0; border-radius: 7px; background: @text; }
 QSlider:focus { border: none; }
 QSlider::handle:horizontal:focus { background: @accent; }
@@ -310,6 +311,10 @@ void MakeChoice(QPushButton* button) {
 
 void MakeCompact(QWidget* widget) {
   WithRole(widget, "compact");
+}
+
+void MakeTwoSided(QWidget* slider) {
+  WithRole(slider, "twosided");
 }
 
 QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* parent) {

@@ -60,6 +60,8 @@ void MakeBare(QWidget* view);
 void MakeChoice(QPushButton* button);
 /// A button or field whose text must fit into a narrow panel.
 void MakeCompact(QWidget* widget);
+/// A slider whose numbers go both ways from the middle.
+void MakeTwoSided(QWidget* slider);
 /// A button of 28 x 28 with an icon and a tool tip, which is also its name for a screen reader.
 QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* parent = nullptr);
 /// A caption that is clicked and lit while it holds, as of a step or a view.
