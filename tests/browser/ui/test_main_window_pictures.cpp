@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "batch/ui/frmformat.h"
+#include "editor/ui/frmedit.h"
 #include "imaging/picture.h"
 #include "imaging/ui/image_x.h"
 #include "tests/browser/ui/main_window_fixture.h"
@@ -56,6 +57,34 @@ TEST_F(PictureMenu, AConvertedPhotoJoinsTheFolder) {
   Trigger(u"mnufile2(6)");
   EXPECT_EQ(messages_.last(), u"File format conversion completed."_s);
   EXPECT_TRUE(test::Eventually([&] { return List()->model()->rowCount() == 2; }));
+}
+
+TEST_F(PictureMenu, AnEditedPhotoIsSavedAndShown) {
+  const QString path = AddPhoto(u"1.jpg"_s);
+  CatalogueThem({path});
+  Open();
+  Click(0);
+  auto* viewer = Find<ImageX>(u"ImageX1");
+  ASSERT_TRUE(test::Eventually([&] { return viewer->HasImage(); }));
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &look, [&look] {
+    auto* editor = qobject_cast<frmedit*>(QApplication::activeModalWidget());
+    if (editor == nullptr) return;
+    look.stop();
+    for (const char16_t* command : {u"mnu_rotate_cw", u"mnu_save", u"mnu_exit"})
+      editor->findChild<QAction*>(QString::fromUtf16(command))->trigger();
+  });
+  look.start(10);
+  Trigger(u"mnufile2(1)");
+  EXPECT_EQ(messages_, QStringList{u"Save changes to 1.jpg?"_s});
+  EXPECT_EQ(Stored(path, Column::ImageWidth), u"200"_s);
+  EXPECT_TRUE(test::Eventually([&] { return Text(u"lblstatus").contains(u"200 × 320"_s); }))
+      << Text(u"lblstatus").toStdString();
+
+  ASSERT_TRUE(QFile::remove(path));
+  Trigger(u"mnufile2(1)");
+  EXPECT_EQ(messages_.last(),
+            u"The selected image is either missing or offline and thus cannot be edited."_s);
 }
 
 }  // namespace

@@ -311,13 +311,13 @@ TEST_F(PhotoEditor, StepsShowOnePanelAndLightTheirCaption) {
     Click(caption);
     for (const auto& [other, otherFrame] : steps) {
       EXPECT_EQ(Find<QWidget>(otherFrame)->isVisible(), frame == otherFrame);
-      EXPECT_EQ(Find<QToolButton>(other)->isChecked(), caption == other);
+      EXPECT_EQ(Find<QPushButton>(other)->isChecked(), caption == other);
     }
   }
   Trigger(u"mnu_magic_settings");
   EXPECT_TRUE(Find<QWidget>(u"framagic")->isVisible());
   for (const auto& [caption, frame] : steps)
-    EXPECT_FALSE(Find<QToolButton>(caption)->isChecked());
+    EXPECT_FALSE(Find<QPushButton>(caption)->isChecked());
   Click(u"Label11");
   EXPECT_TRUE(Find<ImageX>(u"ImageX2")->isVisible());
   EXPECT_FALSE(Image().isVisible());
