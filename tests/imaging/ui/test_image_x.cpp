@@ -219,7 +219,6 @@ TEST_F(Control, SelectionsAreDrawnInPicturePixelsAtAnyZoom) {
 TEST_F(Control, TheSelectionsLineMarchesAndNothingElseIsPainted) {
   view_.Select(Selection::Rectangle({50, 50, 200, 150}, {400, 300}));
   const QImage before = view_.viewport()->grab().toImage();
-  QImage line = before;
   int differing = 0;
   ASSERT_TRUE(QTest::qWaitFor([&] { return view_.viewport()->grab().toImage() != before; }, 5000));
   const QImage after = view_.viewport()->grab().toImage();
@@ -235,6 +234,11 @@ TEST_F(Control, TheSelectionsLineMarchesAndNothingElseIsPainted) {
   EXPECT_GT(differing, 50);
   view_.Deselect();
   EXPECT_EQ(view_.viewport()->grab().toImage().pixel(50, 100), Fields().pixel(50, 100));
+  // Around everything it is seen on all four sides.
+  view_.Select(Selection::Rectangle({0, 0, 400, 300}, {400, 300}));
+  const QImage framed = view_.viewport()->grab().toImage();
+  for (const QPoint at : {QPoint(0, 150), QPoint(399, 150), QPoint(200, 0), QPoint(200, 299)})
+    EXPECT_NE(framed.pixel(at), Fields().pixel(at)) << at.x() << ' ' << at.y();
 }
 
 TEST_F(Control, ALineIsPutWithThePropertiesSetForIt) {
