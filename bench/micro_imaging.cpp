@@ -152,17 +152,6 @@ const int kRegistered = [] {
         cv::resize(photo, out, {2400, 1600}, 0, 0, cv::INTER_AREA);
       });
   pair(
-      "Sharpen3", [](const QImage& photo) { return Sharpen(photo, 20, 3); },
-      [](const cv::Mat& photo, cv::Mat& out) {
-        cv::Mat mean;
-        cv::blur(photo, mean, {3, 3});
-        cv::addWeighted(photo, 1.6, mean, -0.6, 0, out);
-      });
-  pair(
-      "Brightness",
-      [](const QImage& photo) { return AdjustBrightnessContrastSaturation(photo, 10, 10, 0); },
-      [](const cv::Mat& photo, cv::Mat& out) { photo.convertTo(out, -1, 1.1, 12); });
-  pair(
       "Wand",
       [](const QImage& photo) {
         return Selection::MagicWand(photo, {3000, 2000}, 99).IsEmpty() ? QImage() : photo;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QDialog>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QWheelEvent>
@@ -7,6 +8,7 @@
 #include "imaging/row_blocks.h"
 #include "imaging/ui/image_x.h"
 #include "imaging/ui/print_image.h"
+#include "shell/messages.h"
 #include "tests/support/noise.h"
 #include "tests/support/print_text.h"
 #include "tests/support/sample_photo.h"
@@ -562,6 +564,23 @@ TEST(PrintImage, WritesOnePageOrSaysWhyNot) {
   EXPECT_FALSE(PrintImage(QImage(), printer));
   printer.setOutputFileName(scratch.Path("no folder/page.pdf"));
   EXPECT_FALSE(PrintImage(image, printer));
+}
+
+TEST_F(Control, PrintingCanBeCalledOff) {
+  QString title;
+  QTimer::singleShot(0, &view_, [&title] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_TRUE(dialog);
+    title = dialog->windowTitle();
+    dialog->reject();
+  });
+  const MessageHandler before = SetMessageHandler([](const QString& text, MessageKind, Buttons) {
+    ADD_FAILURE() << text.toStdString();
+    return Answer::Ok;
+  });
+  view_.PrintImageDialog(u"A quick print"_s);
+  SetMessageHandler(before);
+  EXPECT_EQ(title, u"A quick print");
 }
 
 }  // namespace
