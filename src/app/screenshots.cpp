@@ -2,6 +2,7 @@
 // Draws every window with sample data, so that a person can look at the whole program at once.
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QCommandLineParser>
 #include <QDeadlineTimer>
 #include <QDir>
@@ -9,8 +10,10 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QSettings>
+#include <QSlider>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -33,7 +36,15 @@
 #include "cataloguing/reconnect.h"
 #include "cataloguing/ui/frmcatalog.h"
 #include "cataloguing/ui/frmconnect.h"
+#include "editor/ui/frmbright.h"
+#include "editor/ui/frmcolorcast.h"
+#include "editor/ui/frmedit.h"
+#include "editor/ui/frmsaturation.h"
+#include "editor/ui/frmsharpen.h"
+#include "imaging/ui/before_after.h"
 #include "imaging/ui/image_multi_x.h"
+#include "imaging/ui/image_x.h"
+#include "imaging/ui/previews_dialog.h"
 #include "metadata/exif_editor.h"
 #include "metadata/iptc_editor.h"
 #include "search/ui/check_list.h"
@@ -238,6 +249,77 @@ class Studio {
     }
   }
 
+  /// Each with something to see in it.
+  void ChangeDialogs() {
+    const QImage photo(photos_ + u'/' +
+                       QDir(photos_).entryList({u"*.jpg"_s}, QDir::Files).value(2));
+    for (const QString& page : PreviewPages()) {
+      const auto dialog = MakePreviewsDialog(photo, page);
+      if (auto* preset = dialog->findChild<QComboBox*>(u"cmbpreset"_s))
+        preset->setCurrentText(u"Relief on gray"_s);
+      Show(*dialog, u"previews-"_s + page.toLower());
+    }
+    const auto slide = [](const ChangeDialog& dialog, const char16_t* slider, int value) {
+      dialog.findChild<QSlider*>(QString::fromUtf16(slider))->setValue(value);
+    };
+    frmsharpen sharpen(photo);
+    slide(sharpen, u"sldsharpen", 40);
+    Show(sharpen, u"frmsharpen"_s);
+    sharpen.Views()->Before()->SetZoom(200);
+    Show(sharpen, u"frmsharpen-zoomed"_s);
+    frmcolorcast cast(photo);
+    slide(cast, u"sldtemperature", 40);
+    Show(cast, u"frmcolorcast"_s);
+    frmsaturation saturation(photo);
+    slide(saturation, u"sldsaturation", 60);
+    Show(saturation, u"frmsaturation"_s);
+    frmbright bright(photo);
+    slide(bright, u"sldcontrast", 30);
+    Show(bright, u"frmbright"_s);
+  }
+
+  void PhotoEditor() {
+    frmedit editor(session_, nullptr);
+    editor.resize(size_);
+    const QStringList names = QDir(photos_).entryList({u"*.jpg"_s}, QDir::Files);
+    if (!editor.OpenPhoto(photos_ + u'/' + names.value(5))) return;
+    Show(editor, u"frmedit"_s);
+    auto* image = editor.findChild<ImageX*>(u"ImageX1"_s);
+    const QPointF size(image->ImageWidth(), image->ImageHeight());
+    const auto drag = [&](QPointF from, QPointF to) {
+      const auto send = [&](QEvent::Type type, QPointF share, Qt::MouseButtons buttons) {
+        const QPointF at = image->FromBitmap({share.x() * size.x(), share.y() * size.y()});
+        QMouseEvent event(type, at, image->viewport()->mapToGlobal(at), Qt::LeftButton, buttons,
+                          {});
+        QCoreApplication::sendEvent(image->viewport(), &event);
+      };
+      send(QEvent::MouseButtonPress, from, Qt::LeftButton);
+      send(QEvent::MouseMove, (from + to) / 2, Qt::LeftButton);
+      send(QEvent::MouseMove, to, Qt::LeftButton);
+      send(QEvent::MouseButtonRelease, to, {});
+    };
+    Trigger(editor, u"mnu_level");
+    drag({0.1, 0.6}, {0.9, 0.66});
+    Take(editor, u"frmedit-level"_s);
+    Trigger(editor, u"mnu_crop");
+    drag({0.2, 0.2}, {0.7, 0.8});
+    Take(editor, u"frmedit-crop"_s);
+    Trigger(editor, u"mnu_resize_img");
+    Take(editor, u"frmedit-resize"_s);
+    Trigger(editor, u"mnu_red_eye");
+    drag({0.4, 0.4}, {0.6, 0.6});
+    Take(editor, u"frmedit-redeye"_s);
+    Trigger(editor, u"mnu_watermark");
+    Take(editor, u"frmedit-watermark"_s);
+    Trigger(editor, u"mnu_magic_settings");
+    drag({0.5, 0.1}, {0.5, 0.1});
+    Take(editor, u"frmedit-wand"_s);
+    editor.findChild<QAbstractButton*>(u"Label10"_s)->click();
+    Take(editor, u"frmedit-save"_s);
+    Trigger(editor, u"mnu_original");
+    Take(editor, u"frmedit-original"_s);
+  }
+
   void Dialogs() {
     frmstart start;
     Show(start, u"frmstart"_s);
@@ -311,9 +393,8 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   UseSystemLocale();
   QCommandLineParser parser;
-  for (const char16_t* name : {u"home", u"photos", u"out", u"suffix", u"width", u"height"})
+  for (const char16_t* name : {u"home", u"photos", u"out", u"suffix", u"width", u"height", u"only"})
     parser.addOption({QString::fromUtf16(name), QString(), u"VALUE"_s});
-  parser.addOption({u"main-only"_s, QString()});
   parser.process(application);
   const SessionFolders folders = ResolveSessionFolders(AbsolutePath(parser.value(u"home"_s)));
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folders.AppDataPath);
@@ -326,7 +407,13 @@ int main(int argc, char** argv) {
   Studio studio(session, AbsolutePath(parser.value(u"photos"_s)), parser.value(u"out"_s),
                 parser.value(u"suffix"_s),
                 {parser.value(u"width"_s).toInt(), parser.value(u"height"_s).toInt()});
-  studio.MainWindow();
-  if (!parser.isSet(u"main-only"_s)) studio.Dialogs();
+  const std::pair<const char16_t*, void (Studio::*)()> scenes[] = {
+      {u"main", &Studio::MainWindow},
+      {u"editor", &Studio::PhotoEditor},
+      {u"changes", &Studio::ChangeDialogs},
+      {u"dialogs", &Studio::Dialogs}};
+  const QString only = parser.value(u"only"_s);
+  for (const auto& [name, draw] : scenes)
+    if (only.isEmpty() || only == QStringView(name)) (studio.*draw)();
   return studio.Failed() ? 1 : 0;
 }

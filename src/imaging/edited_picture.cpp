@@ -5,6 +5,7 @@
 #include <cstring>
 #include <new>
 
+#include "imaging/effects/red_eyes.h"
 #include "imaging/object_painter.h"
 #include "imaging/pixel_formats.h"
 #include "imaging/tonal.h"

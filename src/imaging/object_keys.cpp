@@ -105,7 +105,7 @@ bool Read(const QString& text, const KeyRow&, bool& value) {
 }
 
 bool Read(const QString& text, const KeyRow&, QString& value) {
-  if (text.size() > kMostObjectText) return false;
+  if (text.size() > kMostObjectText || !text.isValidUtf16()) return false;
   value = text;
   return true;
 }

@@ -92,7 +92,8 @@ void PaintText(QPainter& painter, const VectorObject& object) {
   if (!object.textAutosize) painter.setClipRect(box, Qt::IntersectClip);
   if (object.fontQuality == FontQuality::Smoothed) painter.setRenderHint(QPainter::Antialiasing);
   painter.translate(box.topLeft());
-  painter.fillPath(ShapeText(object).outline, object.penColour);
+  for (const QPainterPath& outline : ShapeText(object).outlines)
+    painter.fillPath(outline, object.penColour);
 }
 
 // Merging.

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/pixel_formats.h"
 
+#include <QColorSpace>
 #include <QRgba64>
+
+#include "imaging/row_blocks.h"
 
 namespace zqm {
 namespace {
@@ -34,17 +37,55 @@ QImage::Format WorkFormat(const QImage& picture) {
   }
 }
 
-template <class Sample>
 void ClampToAlpha(QImage& weighed) {
-  // Of a 32-bit word the highest byte, of 64 bits the last sample.
-  constexpr int kAlpha = sizeof(Sample) == 1 && Q_BYTE_ORDER == Q_BIG_ENDIAN ? 0 : 3;
   for (int y = 0; y < weighed.height(); ++y) {
-    auto* pixel = reinterpret_cast<Sample*>(weighed.scanLine(y));
-    for (int x = 0; x < weighed.width(); ++x, pixel += 4) {
-      for (int c = 0; c < 4; ++c)
-        pixel[c] = std::min(pixel[c], pixel[kAlpha]);
+    auto* row = reinterpret_cast<QRgb*>(weighed.scanLine(y));
+    for (int x = 0; x < weighed.width(); ++x) {
+      const int alpha = qAlpha(row[x]);
+      row[x] = qRgba(std::min(qRed(row[x]), alpha), std::min(qGreen(row[x]), alpha),
+                     std::min(qBlue(row[x]), alpha), alpha);
     }
   }
+}
+
+/// The toolkit's own way keeps eight bits only.
+template <class Change>
+QImage MapDeep(const QImage& picture, QImage::Format format, const Change& change) {
+  QImage out(picture.size(), format);
+  if (out.isNull()) return {};
+  out.setDotsPerMeterX(picture.dotsPerMeterX());
+  out.setDotsPerMeterY(picture.dotsPerMeterY());
+  out.setColorSpace(picture.colorSpace());
+  uchar* bits = out.bits();
+  const qsizetype stride = out.bytesPerLine();
+  ForRowBlocks(out.height(), std::int64_t{out.width()} * 8, [&](int begin, int end) {
+    for (int y = begin; y < end; ++y) {
+      const auto* from = reinterpret_cast<const QRgba64*>(picture.constScanLine(y));
+      std::transform(from, from + picture.width(), reinterpret_cast<QRgba64*>(bits + y * stride),
+                     change);
+    }
+  });
+  return out;
+}
+
+QRgba64 WeighedPixel(QRgba64 pixel) {
+  const quint32 alpha = pixel.alpha();
+  const auto weighed = [&](quint32 sample) {
+    return static_cast<quint16>((sample * alpha + 32767) / 65535);
+  };
+  return QRgba64::fromRgba64(weighed(pixel.red()), weighed(pixel.green()), weighed(pixel.blue()),
+                             pixel.alpha());
+}
+
+QRgba64 UnweighedPixel(QRgba64 pixel) {
+  const quint32 alpha = pixel.alpha();
+  if (alpha == 0) return QRgba64::fromRgba64(0);
+  if (alpha == 65535) return pixel;
+  const auto straight = [&](quint32 sample) {
+    return static_cast<quint16>((std::min(sample, alpha) * 65535 + alpha / 2) / alpha);
+  };
+  return QRgba64::fromRgba64(straight(pixel.red()), straight(pixel.green()), straight(pixel.blue()),
+                             pixel.alpha());
 }
 
 template <class Sample, class Pixel, class Take>
@@ -66,17 +107,16 @@ QImage InWorkFormat(const QImage& picture) {
 
 QImage Weighed(const QImage& picture) {
   if (!picture.hasAlphaChannel()) return picture;
-  return picture.convertToFormat(IsDeep(picture) ? QImage::Format_RGBA64_Premultiplied
-                                                 : QImage::Format_ARGB32_Premultiplied);
+  if (!IsDeep(picture)) return picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+  return MapDeep(picture, QImage::Format_RGBA64_Premultiplied, WeighedPixel);
 }
 
 QImage Unweighed(QImage weighed) {
   switch (weighed.format()) {
     case QImage::Format_RGBA64_Premultiplied:
-      ClampToAlpha<std::uint16_t>(weighed);
-      return weighed.convertToFormat(QImage::Format_RGBA64);
+      return MapDeep(weighed, QImage::Format_RGBA64, UnweighedPixel);
     case QImage::Format_ARGB32_Premultiplied:
-      ClampToAlpha<std::uint8_t>(weighed);
+      ClampToAlpha(weighed);
       return weighed.convertToFormat(QImage::Format_ARGB32);
     default:
       return weighed;

@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QStringList>
 #include <algorithm>
+#include <iterator>
 
 namespace zqm {
 namespace {
@@ -62,7 +63,6 @@ void AddBar(QPainterPath& path, const QRectF& bar, bool clockwise) {
 
 void AddBars(QPainterPath& line, const VectorObject& object, const QFontMetricsF& metrics,
              const QPointF& start, double advance) {
-  if (!object.fontUnderline && !object.fontStrikeout) return;
   const bool clockwise = SignedArea(line) >= 0;
   const double thickness = std::max(metrics.lineWidth(), kLayoutPixels / 32.0);
   const auto add = [&](double above) {
@@ -71,6 +71,51 @@ void AddBars(QPainterPath& line, const VectorObject& object, const QFontMetricsF
   };
   if (object.fontUnderline) add(-metrics.underlinePos());
   if (object.fontStrikeout) add(metrics.strikeOutPos());
+}
+
+/// The contours of a line in groups that stand side by side: letters, or more where they touch.
+std::vector<QPainterPath> SideBySide(const QPainterPath& line) {
+  std::vector<QPainterPath> contours;
+  for (int i = 0; i < line.elementCount(); ++i) {
+    const QPainterPath::Element at = line.elementAt(i);
+    if (at.isMoveTo())
+      contours.emplace_back(at);
+    else if (at.isLineTo())
+      contours.back().lineTo(at);
+    else if (at.isCurveTo() && i + 2 < line.elementCount())
+      contours.back().cubicTo(at, line.elementAt(i + 1), line.elementAt(i + 2));
+  }
+  const auto left = [](const QPainterPath& path) { return path.controlPointRect().left(); };
+  std::ranges::sort(contours, {}, left);
+  std::vector<QPainterPath> groups;
+  double right = 0;
+  for (const QPainterPath& contour : contours) {
+    if (groups.empty() || left(contour) > right) {
+      groups.push_back(contour);
+      right = contour.controlPointRect().right();
+      continue;
+    }
+    groups.back().addPath(contour);
+    right = std::max(right, contour.controlPointRect().right());
+  }
+  return groups;
+}
+
+std::vector<QPainterPath> ShapeLine(const QString& text, const VectorObject& object,
+                                    const QFont& font, const QFontMetricsF& metrics,
+                                    const QPointF& start, double advance) {
+  QPainterPath line;
+  line.addText(start, font, text);
+  if (!object.fontUnderline && !object.fontStrikeout) return SideBySide(line);
+  AddBars(line, object, metrics, start, advance);
+  return {line};
+}
+
+QRectF Around(const std::vector<QPainterPath>& outlines) {
+  QRectF around;
+  for (const QPainterPath& outline : outlines)
+    around |= outline.boundingRect();
+  return around;
 }
 
 }  // namespace
@@ -87,24 +132,23 @@ TextShape ShapeText(const VectorObject& object) {
   const double room = object.textAutosize ? widest : object.width / scale;
 
   TextShape shape;
-  shape.outline.setFillRule(Qt::WindingFill);
   double baseline = metrics.ascent();
   for (qsizetype i = 0; i < lines.size(); ++i, baseline += metrics.lineSpacing()) {
     const double advance = advances[static_cast<std::size_t>(i)];
     const QPointF start(AlignedAt(object.textAlign, room - advance), baseline);
-    QPainterPath line;
-    line.addText(start, font, lines.at(i));
-    AddBars(line, object, metrics, start, advance);
-    shape.outline.addPath(line);
+    std::ranges::move(ShapeLine(lines.at(i), object, font, metrics, start, advance),
+                      std::back_inserter(shape.outlines));
   }
   QRectF box(0, 0, widest, baseline - metrics.lineSpacing() + metrics.descent());
   // Slanted and swung letters reach beyond their advance.
-  if (object.textAutosize && !shape.outline.isEmpty()) box |= shape.outline.boundingRect();
+  if (object.textAutosize) box |= Around(shape.outlines);
   const QPointF origin = object.textAutosize ? box.topLeft() : QPointF();
-  shape.outline =
-      (QTransform::fromTranslate(-origin.x(), -origin.y()) * QTransform::fromScale(scale, scale))
-          .map(shape.outline);
-  shape.outline.setFillRule(Qt::WindingFill);
+  const QTransform place =
+      QTransform::fromTranslate(-origin.x(), -origin.y()) * QTransform::fromScale(scale, scale);
+  for (QPainterPath& outline : shape.outlines) {
+    outline = place.map(outline);
+    outline.setFillRule(Qt::WindingFill);
+  }
   shape.size = (box.size() * scale).expandedTo(QSizeF(1, 1));
   return shape;
 }

@@ -3,16 +3,19 @@
 
 #include <QPainterPath>
 #include <QSizeF>
+#include <vector>
 
 #include "imaging/vector_objects.h"
 
 namespace zqm {
 
-/// A text as an outline in pixels, to be filled by the winding rule. It is laid out once at one
-/// large size and scaled from there, so that it keeps its proportions at every FONTHEIGHT.
+/// A text as outlines in pixels. It is laid out at one large size and scaled from there, so that it
+/// keeps its proportions at every FONTHEIGHT.
 struct TextShape {
-  QPainterPath outline;  ///< the upper left corner of the box is at 0, 0
-  QSizeF size;           ///< that takes all of it; at least one pixel by one
+  /// Filled one by one: none overlaps another, and the time that filling takes grows with the square
+  /// of what one has side by side. The upper left corner of the text's box is at 0, 0.
+  std::vector<QPainterPath> outlines;
+  QSizeF size;  ///< that takes all of them; at least one pixel by one
 };
 
 /// Lines stand at the left, the right or in the middle of the text's box, of a text that sizes

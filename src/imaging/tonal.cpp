@@ -4,7 +4,9 @@
 #include <cmath>
 #include <opencv2/imgproc.hpp>
 
-#include "imaging/cv_view.h"
+#include "imaging/effects/bands.h"
+#include "imaging/effects/channel_curves.h"
+#include "imaging/effects/colour_balance.h"
 #include "imaging/map_pixels.h"
 #include "imaging/pixel_formats.h"
 
@@ -86,16 +88,6 @@ float ContrastFactor(float contrast) {
   return contrast < 0 ? 1 + contrast : std::min(kSteepest, 1 / (1 - contrast));
 }
 
-/// Alpha as it was before.
-void RestoreAlpha(QImage& picture, const QImage& before) {
-  if (!before.hasAlphaChannel()) return;
-  constexpr int kAlpha = 3;
-  cv::Mat to = CvView(picture);
-  const int pairs[] = {kAlpha, kAlpha};
-  const cv::Mat from = CvView(before);
-  cv::mixChannels(&from, 1, &to, 1, pairs, 1);
-}
-
 struct Means {
   double red = 0, green = 0, blue = 0;
 };
@@ -124,21 +116,13 @@ Means MeanColour(const QImage& in) {
   return sums;
 }
 
-QImage Balanced(const QImage& picture, const Means& gray) {
-  constexpr double kMostGain = 4;
-  constexpr double kBlack = 1e-6;
-  const double luma = 0.299 * gray.red + 0.587 * gray.green + 0.114 * gray.blue;
-  if (luma < kBlack) return InWorkFormat(picture);
-  const auto gain = [&](double channel) {
-    return static_cast<float>(
-        std::clamp(luma / std::max(channel, kBlack), 1 / kMostGain, kMostGain));
-  };
-  const Rgb gains{gain(gray.red), gain(gray.green), gain(gray.blue)};
-  return MapPixels(InColour(picture), [&](Rgb& c) {
-    c.red *= gains.red;
-    c.green *= gains.green;
-    c.blue *= gains.blue;
-  });
+/// A row of a mean over `width` pixels, which needn't be a whole number: the outermost count in
+/// part.
+cv::Mat1f MeanRow(double width) {
+  const int reach = static_cast<int>(std::ceil((width - 1) / 2));
+  cv::Mat1f row(1, 2 * reach + 1, static_cast<float>(1 / width));
+  row(0, 0) = row(0, 2 * reach) = static_cast<float>(((width + 1) / 2 - reach) / width);
+  return row;
 }
 
 }  // namespace
@@ -162,10 +146,11 @@ QImage AdjustBrightnessContrastSaturation(const QImage& picture, double brightne
   const float spread = ContrastFactor(Share(contrast));
   const float colour = 1 + Share(saturation);
   if (move == 0 && spread == 1 && colour == 1) return InWorkFormat(picture);
+  const auto tone = [&](float v) {
+    return std::clamp((v - 0.5F) * spread + 0.5F + move, 0.0F, 1.0F);
+  };
+  if (colour == 1) return WithCurves(InWorkFormat(picture), tone, tone, tone);
   return MapTones(picture, [&](Rgb& c) {
-    const auto tone = [&](float v) {
-      return std::clamp((v - 0.5F) * spread + 0.5F + move, 0.0F, 1.0F);
-    };
     c = {tone(c.red), tone(c.green), tone(c.blue)};
     Saturate(c, colour);
   });
@@ -192,48 +177,35 @@ QImage AdjustSaturation(const QImage& picture, double saturation) {
   return AdjustBrightnessContrastSaturation(picture, 0, 0, saturation);
 }
 
-QImage Sharpen(const QImage& picture, double intensity, int neighbourhood) {
+QImage Sharpen(const QImage& picture, double intensity, int neighbourhood, double scale) {
   constexpr double kMost = 3;
   const double strength = std::clamp(intensity, 0.0, 100.0) / 100 * kMost;
   const int width = std::clamp(neighbourhood, 1, 99) | 1;
-  const QImage in = InWorkFormat(picture);
-  if (in.isNull() || strength == 0 || width == 1) return in;
-  const QImage weighed = Weighed(in);
-  QImage out(weighed.size(), weighed.format());
-  if (out.isNull()) return {};
-  try {
+  if (strength == 0 || width == 1) return InWorkFormat(picture);
+  const double shrunk = width * std::clamp(scale, 0.0, 1.0);
+  if (shrunk <= 1) return InWorkFormat(picture);  // too fine to be seen at that size
+  const bool whole = scale >= 1;
+  const cv::Mat1f row = whole ? cv::Mat1f() : MeanRow(shrunk);
+  const int reach = whole ? width / 2 : row.cols / 2;
+  return FilterColours(picture, reach, [&](const cv::Mat& rows, cv::Mat& filtered) {
     cv::Mat mean;
-    cv::Mat sharp = CvView(out);
-    cv::blur(CvView(weighed), mean, {width, width}, {-1, -1}, cv::BORDER_REPLICATE);
-    cv::addWeighted(CvView(weighed), 1 + strength, mean, -strength, 0, sharp);
-    RestoreAlpha(out, weighed);
-  } catch (const cv::Exception&) {
-    return {};  // out of memory
-  }
-  return Unweighed(std::move(out));
+    if (whole)
+      cv::blur(rows, mean, {width, width}, {-1, -1}, cv::BORDER_REPLICATE);
+    else
+      cv::sepFilter2D(rows, mean, -1, row, row, {-1, -1}, 0, cv::BORDER_REPLICATE);
+    cv::addWeighted(rows, 1 + strength, mean, -strength, 0, filtered);
+  });
 }
 
 QImage WhiteBalance(const QImage& picture, const QColor& gray) {
-  return Balanced(picture, {gray.redF(), gray.greenF(), gray.blueF()});
+  return BalanceColours(picture, {gray});
 }
 
 QImage WhiteBalance(const QImage& picture) {
-  return Balanced(picture, MeanColour(InColour(picture)));
-}
-
-QImage RemoveRedEyes(const QImage& picture) {
-  // From 1.5 to 2 times the others' mean the red goes over into it, so that no edge shows.
-  constexpr float kSome = 1.5F;
-  constexpr float kAll = 2;
-  const QImage in = InWorkFormat(picture);
-  if (IsGray(in)) return in;
-  return MapPixels(in, [](Rgb& c) {
-    const float others = (c.green + c.blue) / 2;
-    const float above = c.red - kSome * others;
-    if (above <= 0) return;
-    const float share = others > 0 ? std::min(1.0F, above / ((kAll - kSome) * others)) : 1;
-    c.red += (others - c.red) * share;
-  });
+  const Means mean = MeanColour(InColour(picture));
+  const auto sample = [](double v) { return static_cast<float>(std::clamp(v, 0.0, 1.0)); };
+  return WhiteBalance(picture,
+                      QColor::fromRgbF(sample(mean.red), sample(mean.green), sample(mean.blue)));
 }
 
 }  // namespace zqm

@@ -7,6 +7,8 @@
 #include <QColor>
 #include <QImage>
 
+#include "imaging/effects/red_eyes.h"
+
 namespace zqm {
 
 /// The gray picture times `gain`, in the colour of a hue (degrees) at a saturation (percent).
@@ -27,17 +29,13 @@ QImage AdjustSaturation(const QImage& picture, double saturation);
 
 /// Unsharp masking: the difference to the mean of `neighbourhood` x `neighbourhood` pixels (odd, an
 /// even number is the next one; 1 to 99) is added up to three times over. `intensity` is 0, which
-/// does nothing, to 100.
-QImage Sharpen(const QImage& picture, double intensity, int neighbourhood = 3);
+/// does nothing, to 100. A picture of `scale` the size gets a neighbourhood as much smaller.
+QImage Sharpen(const QImage& picture, double intensity, int neighbourhood = 3, double scale = 1);
 
 /// Channels scaled so that `gray`, a colour that should have none, becomes gray of the same luma;
-/// no channel by more than 4 or less than 1/4.
+/// no channel by more than 4 or less than 1/4. Temperature and tint: effects/colour_balance.h.
 QImage WhiteBalance(const QImage& picture, const QColor& gray);
 /// The same by the picture's mean colour, transparent pixels left out.
 QImage WhiteBalance(const QImage& picture);
-
-/// Red that stands far above green and blue is brought down to their mean. Meant for a selection
-/// about the eyes: elsewhere it would take any strong red.
-QImage RemoveRedEyes(const QImage& picture);
 
 }  // namespace zqm

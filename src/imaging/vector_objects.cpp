@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "imaging/object_keys.h"
+#include "imaging/pixel_formats.h"
 #include "imaging/resample.h"
 #include "imaging/text_shape.h"
 
@@ -34,8 +35,8 @@ bool Hits(const VectorObject& object, QPointF pixel, double tolerance) {
 
 }  // namespace
 
-ObjectPicture::ObjectPicture(const QImage& image) : image_(image) {
-  QImage last = image;
+ObjectPicture::ObjectPicture(const QImage& image) : image_(InWorkFormat(image)) {
+  QImage last = image_;
   while (std::min(last.width(), last.height()) >= 2 * kSmallestVersion) {
     last = Resample(last, (last.size() + QSize(1, 1)) / 2, ResampleFilter::Triangle);
     if (last.isNull()) return;

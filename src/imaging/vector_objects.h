@@ -17,7 +17,8 @@
 namespace zqm {
 
 /// A picture with smaller versions of itself, each half the one before, so that it is painted small
-/// without loss of detail. Immutable; making one of a large picture takes a while, on any thread.
+/// without loss of detail. Palettes become true colour. Immutable; making one of a large picture
+/// takes a while, on any thread.
 class ObjectPicture {
  public:
   ObjectPicture() = default;
@@ -88,7 +89,7 @@ struct VectorObject {
   double ArrowLength() const;
 };
 
-/// A longer TEXT isn't taken.
+/// In characters; a longer TEXT, or one that isn't sound UTF-16, isn't taken.
 inline constexpr int kMostObjectText = 10000;
 
 /// Where an object is taken to size it. A line has its start (`TopLeft`) and end (`BottomRight`).

@@ -245,10 +245,6 @@ TEST(Tonal, GoesTheWayThatItsNumbersSay) {
        QColor(120, 100, 80), QColor(104, 104, 104)},
       {"gray world", [](const QImage& p) { return WhiteBalance(p); }, QColor(60, 50, 40),
        QColor(52, 52, 52)},
-      {"red eye", [](const QImage& p) { return RemoveRedEyes(p); }, QColor(220, 40, 60),
-       QColor(50, 40, 60)},
-      {"skin", [](const QImage& p) { return RemoveRedEyes(p); }, QColor(200, 150, 130),
-       QColor(200, 150, 130)},
   };
   for (const Case& c : cases) {
     const QColor shallow = c.work(Flat(QImage::Format_RGB32, c.before)).pixelColor(5, 5);

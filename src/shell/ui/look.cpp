@@ -87,6 +87,11 @@ QToolButton:focus { border: 2px solid @accent; }
 QToolButton[role="icon"]:focus { min-width: 24px; max-width: 24px; min-height: 24px;
   max-height: 24px; }
 
+QToolButton[role="step"] { min-height: 22px; padding: 0 8px; color: @text; text-align: left; }
+QToolButton[role="step"]:checked { background: transparent; border-color: transparent;
+  color: @accent; font-style: italic; }
+QToolButton[role="step"]:focus { border: 2px solid @accent; padding: 0 7px; min-height: 20px; }
+
 QCheckBox, QRadioButton { spacing: 8px; min-height: 24px; }
 QCheckBox::indicator, QListView::indicator, QTreeView::indicator { width: 14px; height: 14px;
   background: @raised; border: 1px solid #808080; border-radius: 3px; }
@@ -170,6 +175,7 @@ QScrollArea { background: transparent; border: none; }
 
 QSlider::groove:horizontal { height: 4px; background: @raised; border-radius: 2px; }
 QSlider::sub-page:horizontal { background: @accent; border-radius: 2px; }
+QSlider[role="twosided"]::sub-page:horizontal { background: @raised; }
 QSlider::handle:horizontal { width: 14px; margin: -5px 0; border-radius: 7px; background: @text; }
 QSlider:focus { border: none; }
 QSlider::handle:horizontal:focus { background: @accent; }
@@ -307,12 +313,25 @@ void MakeCompact(QWidget* widget) {
   WithRole(widget, "compact");
 }
 
+void MakeTwoSided(QWidget* slider) {
+  WithRole(slider, "twosided");
+}
+
 QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* parent) {
   auto* button = WithRole(new QToolButton(parent), "icon");
   button->setIcon(Icon(icon));
   button->setIconSize({kIconSize, kIconSize});
   button->setToolTip(toolTip);
   button->setAccessibleName(toolTip);
+  button->setFocusPolicy(Qt::TabFocus);
+  return button;
+}
+
+QToolButton* StepButton(const QString& caption, QWidget* parent) {
+  auto* button = WithRole(new QToolButton(parent), "step");
+  button->setText(caption);
+  button->setCheckable(true);
+  button->setToolButtonStyle(Qt::ToolButtonTextOnly);
   button->setFocusPolicy(Qt::TabFocus);
   return button;
 }
