@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/effects/bands.h"
 
-#include <QColorSpace>
 #include <atomic>
 
 #include "imaging/cv_view.h"
@@ -13,8 +12,8 @@ namespace {
 /// Rows that stay in the processor's cache from one step of a filter to the next, and that are
 /// still many more than the halo, which is filtered twice.
 int BandRows(const QImage& picture, int halo) {
-  constexpr qsizetype kCached = 512 * 1024;
-  constexpr int kHalos = 4;
+  constexpr qsizetype kCached = 1024 * 1024;
+  constexpr int kHalos = 24;
   const qsizetype rows = kCached / std::max<qsizetype>(1, picture.bytesPerLine());
   return std::max({1, static_cast<int>(rows), kHalos * halo});
 }
@@ -28,11 +27,8 @@ void KeepAlpha(const cv::Mat& before, cv::Mat& after) {
 }  // namespace
 
 QImage FilterInBands(const QImage& in, int halo, const BandFilter& filter) {
-  QImage out(in.size(), in.format());
+  QImage out = BlankLike(in);
   if (out.isNull()) return {};
-  out.setDotsPerMeterX(in.dotsPerMeterX());
-  out.setDotsPerMeterY(in.dotsPerMeterY());
-  out.setColorSpace(in.colorSpace());
   const cv::Mat from = CvView(in);
   const cv::Mat to = CvView(out);
   const int bandRows = BandRows(in, halo);
