@@ -6,6 +6,7 @@
 
 #include "catalogue/reasons.h"
 #include "cataloguing/catalogue_photo.h"
+#include "cataloguing/replaced_photos.h"
 #include "cataloguing/virtual_exif.h"
 #include "imaging/picture.h"
 #include "shell/busy.h"
@@ -58,9 +59,15 @@ Outcome EditOne(Catalogue& catalogue, const QString& path, const Editable& edita
   PhotoRecordset& photos = catalogue.Photos();
   const bool catalogued = photos.IsCatalogued(path);
   if (catalogued && catalogue.ReadOnly()) return refuse(kReasonDatabaseReadOnly);
+  const auto intent = ReplaceIntent::Record(catalogue, path);
+  if (!intent) return Failure{intent.Reason()};
   const auto changed = RunAside([&] { return ChangeFile(path, editable, change); });
-  if (!changed) return Failure{changed.Reason()};
-  return catalogued ? WriteRow(photos, path, *changed) : Outcome();
+  if (!changed) {
+    intent->Drop();
+    return Failure{changed.Reason()};
+  }
+  const Outcome followed = catalogued ? WriteRow(photos, path, *changed) : Outcome();
+  return followed ? intent->Finish() : followed;
 }
 
 BatchResult EditAll(Catalogue& catalogue, const QStringList& paths, const BatchTexts& texts,

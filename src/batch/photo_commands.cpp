@@ -9,7 +9,7 @@ namespace zqm {
 namespace {
 
 constexpr PhotoCommand kCommands[] = {
-    {1, u"Edit In Zolmira QM Photo Editor", u"Preparing image for editing. Please wait...",
+    {kEditCommand, u"Edit In Zolmira QM Photo Editor", u"Preparing image for editing. Please wait...",
      u"The selected image is either missing or offline and thus cannot be edited.", false},
     {kMoveCommand, u"Move To Folder...", u"Preparing to move file(s). Please wait...",
      u"The selected file(s) cannot be moved because they are offline or missing.", false},

@@ -23,7 +23,7 @@ std::span<const PhotoCommand> PhotoCommands();
 /// Nothing for an index without a command.
 const PhotoCommand* FindPhotoCommand(int index);
 
-inline constexpr int kMoveCommand = 3, kCopyCommand = 4, kConvertCommand = 6, kPdfCommand = 7,
+inline constexpr int kEditCommand = 1, kMoveCommand = 3, kCopyCommand = 4, kConvertCommand = 6, kPdfCommand = 7,
                      kResizeCommand = 9;
 
 /// The photos that the command works on, or why it can't.

@@ -7,6 +7,7 @@
 #include "batch/work_ahead.h"
 #include "catalogue/like_pattern.h"
 #include "cataloguing/catalogue_photo.h"
+#include "cataloguing/replaced_photos.h"
 #include "imaging/thumbnail.h"
 #include "shell/busy.h"
 #include "shell/files.h"
@@ -117,34 +118,39 @@ PictureResult WritePictures(const PictureRun& run, const QStringList& paths,
   QStringList outputs;
   for (const QString& path : paths)
     outputs.append(output(path));
-  return RunPictures(run, paths, outputs, texts, wanted,
-                     [&](const QString& path, const std::function<MadePicture()>& take,
-                         FailureList& unwritten) -> QStringList {
-                       const QString target = output(path);
-                       const QString standing = names.Find(target);
-                       if (!standing.isEmpty() && !overwrite)
-                         return {QString::fromUtf16(kReasonExists)};
-                       MadePicture made = take();
-                       // What stood there when it was passed over is gone by now.
-                       if (!made.file && made.file.Reason().isEmpty())
-                         made = RunAside([&] { return maker(path); });
-                       const bool overItself = FoldCase(path) == FoldCase(target);
-                       if (!made.file && overItself && WillNeverBe(made.file.Reason()))
-                         return {made.file.Reason()};
-                       const Outcome written = made.file ? WriteOutput(target, standing, *made.file)
-                                                         : Failure{made.file.Reason()};
-                       if (!written) {
-                         unwritten.Add(path, written.Reason());
-                         return {};
-                       }
-                       names.Add(target);
-                       if (run.view != nullptr) run.view->ShowWritten(target, options.catalogue);
-                       if (standing != target && !standing.isEmpty())
-                         if (const Outcome removed = CatalogueRemoval(run.catalogue, standing);
-                             !removed)
-                           return {removed.Reason()};
-                       return Reasons(AddToDatabase(run.catalogue, target, options));
-                     });
+  return RunPictures(
+      run, paths, outputs, texts, wanted,
+      [&](const QString& path, const std::function<MadePicture()>& take,
+          FailureList& unwritten) -> QStringList {
+        const QString target = output(path);
+        const QString standing = names.Find(target);
+        if (!standing.isEmpty() && !overwrite) return {QString::fromUtf16(kReasonExists)};
+        MadePicture made = take();
+        // What stood there when it was passed over is gone by now.
+        if (!made.file && made.file.Reason().isEmpty())
+          made = RunAside([&] { return maker(path); });
+        const bool overItself = FoldCase(path) == FoldCase(target);
+        if (!made.file && overItself && WillNeverBe(made.file.Reason()))
+          return {made.file.Reason()};
+        if (!made.file) {
+          unwritten.Add(path, made.file.Reason());
+          return {};
+        }
+        const auto intent = ReplaceIntent::Record(run.catalogue, standing);
+        if (!intent) return {intent.Reason()};
+        if (const Outcome written = WriteOutput(target, standing, *made.file); !written) {
+          intent->Drop();
+          unwritten.Add(path, written.Reason());
+          return {};
+        }
+        names.Add(target);
+        if (run.view != nullptr) run.view->ShowWritten(target, options.catalogue);
+        if (standing != target && !standing.isEmpty())
+          if (const Outcome removed = CatalogueRemoval(run.catalogue, standing); !removed)
+            return {removed.Reason()};
+        const Outcome followed = AddToDatabase(run.catalogue, target, options);
+        return Reasons(followed ? intent->Finish() : followed);
+      });
 }
 
 PictureResult ReplacePictures(const PictureRun& run, const QStringList& paths,
@@ -155,9 +161,13 @@ PictureResult ReplacePictures(const PictureRun& run, const QStringList& paths,
                      [&](const QString& path, const std::function<MadePicture()>& take,
                          FailureList& unwritten) -> QStringList {
                        const MadePicture made = take();
+                       const auto intent =
+                           ReplaceIntent::Record(run.catalogue, written ? path : QString());
+                       if (!intent) return {intent.Reason()};
                        const Outcome saved = made.file ? WriteOutput(path, path, *made.file)
                                                        : Failure{made.file.Reason()};
                        if (!saved) {
+                         intent->Drop();
                          // What will never be written is worth a row in any run.
                          const bool never = saved.Reason() == QStringView(kReasonSeveralPages) ||
                                             saved.Reason() == QStringView(kReasonNotWritable);
@@ -165,9 +175,9 @@ PictureResult ReplacePictures(const PictureRun& run, const QStringList& paths,
                          unwritten.Add(path, saved.Reason());
                          return {};
                        }
-                       const Outcome followed = written(path);
+                       const Outcome followed = written ? written(path) : Outcome();
                        if (run.view != nullptr) run.view->ShowChanged(path);
-                       return Reasons(followed);
+                       return Reasons(followed ? intent->Finish() : followed);
                      });
 }
 

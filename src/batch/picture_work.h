@@ -68,8 +68,9 @@ PictureResult WritePictures(const PictureRun& run, const QStringList& paths,
                             const std::function<QString(const QString& path)>& output,
                             const OutputOptions& options);
 
-/// Puts what `maker` makes of each photo in its place. `written` follows up. What fails is a row of
-/// the failure list when `report` says so, else told apart.
+/// Puts what `maker` makes of each photo in its place. `written` lets the row follow; without one
+/// the row stays as it is. What fails is a row of the failure list when `report` says so, else told
+/// apart.
 enum class SaveFailures { Listed, ToldApart };
 PictureResult ReplacePictures(const PictureRun& run, const QStringList& paths,
                               const BatchTexts& texts, const PictureMaker& maker,

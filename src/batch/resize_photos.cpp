@@ -4,10 +4,8 @@
 #include <cmath>
 
 #include "batch/convert_photos.h"
-#include "cataloguing/catalogue_photo.h"
-#include "cataloguing/virtual_exif.h"
+#include "cataloguing/replaced_photos.h"
 #include "imaging/tonal.h"
-#include "shell/busy.h"
 #include "shell/files.h"
 #include "shell/platform.h"
 #include "shell/text.h"
@@ -19,26 +17,14 @@ namespace {
 
 constexpr int kSharpenWidth = 3;
 
-/// Above 0 in the user's locale.
-std::optional<double> Positive(const QString& text) {
-  const auto number = ToNumber(text);
-  return number && *number > 0 ? number : std::nullopt;
-}
-
-/// At least one pixel, and never so many that multiplying them could overflow: too large a picture
-/// is refused when it is made.
-int Pixels(double number) {
-  return static_cast<int>(std::clamp(std::round(number), 1.0, double{1 << 28}));
-}
-
 QSize TargetSize(const QSize& picture, const ResizeOptions& options) {
-  const double width = Positive(options.width).value_or(1);
-  const double height = Positive(options.height).value_or(1);
+  const double width = PositiveNumber(options.width).value_or(1);
+  const double height = PositiveNumber(options.height).value_or(1);
   if (options.autoWidth)
-    return {Pixels(height * picture.width() / picture.height()), Pixels(height)};
+    return {WholePixels(height * picture.width() / picture.height()), WholePixels(height)};
   if (options.autoHeight)
-    return {Pixels(width), Pixels(width * picture.height() / picture.width())};
-  return {Pixels(width), Pixels(height)};
+    return {WholePixels(width), WholePixels(width * picture.height() / picture.width())};
+  return {WholePixels(width), WholePixels(height)};
 }
 
 Outcome Change(Picture& picture, const ResizeOptions& options) {
@@ -48,27 +34,17 @@ Outcome Change(Picture& picture, const ResizeOptions& options) {
   if (image.isNull()) return Failure{u"The picture is too large"_s};
   if (options.sharpen > 0) image = Sharpen(image, options.sharpen, kSharpenWidth);
   picture.SetImage(image);
-  const QString dpi = QString::number(Pixels(Positive(options.dpi).value_or(1)));
+  const QString dpi = QString::number(WholePixels(PositiveNumber(options.dpi).value_or(1)));
   picture.SetIOProperty(u"DPIX", dpi);
   picture.SetIOProperty(u"DPIY", dpi);
   return {};
 }
 
-/// The row of a photo whose picture is another one now.
-Outcome FollowPicture(Catalogue& catalogue, const QString& path, const ReadRequest& read) {
-  PhotoRecordset& photos = catalogue.Photos();
-  if (!photos.IsCatalogued(path)) return {};
-  ReadRequest request = read;
-  request.thumbnail = true;
-  const auto photo = RunAside([&] { return ReadPhotoFile(path, request); });
-  if (!photo) return Failure{photo.Reason()};
-  if (!photos.LocateRow(path)) return photos.MoveFirst();
-  UpdatefromForm3(ReadMetadataRecord(*photo, path), photo->thumbnail, photos);
-  const Outcome updated = photos.CommitRow();
-  return updated ? photos.MoveFirst() : updated;
-}
-
 }  // namespace
+
+int WholePixels(double number) {
+  return static_cast<int>(std::clamp(std::round(number), 1.0, double{1 << 28}));
+}
 
 void SetBestQuality(Picture& picture) {
   for (const char16_t* key :
@@ -80,9 +56,11 @@ void SetBestQuality(Picture& picture) {
 
 Outcome CheckResize(const ResizeOptions& options) {
   const auto refuse = [](const char16_t* text) { return Failure{QString::fromUtf16(text)}; };
-  if (!options.autoWidth && !Positive(options.width)) return refuse(resize_text::kInvalidWidth);
-  if (!options.autoHeight && !Positive(options.height)) return refuse(resize_text::kInvalidHeight);
-  if (!Positive(options.dpi)) return refuse(resize_text::kInvalidDpi);
+  if (!options.autoWidth && !PositiveNumber(options.width))
+    return refuse(resize_text::kInvalidWidth);
+  if (!options.autoHeight && !PositiveNumber(options.height))
+    return refuse(resize_text::kInvalidHeight);
+  if (!PositiveNumber(options.dpi)) return refuse(resize_text::kInvalidDpi);
   if (!options.inPlace && options.folder.isEmpty()) return refuse(convert_text::kNoFolder);
   return {};
 }

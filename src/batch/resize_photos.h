@@ -34,6 +34,10 @@ Outcome CheckResize(const ResizeOptions& options);
 PictureResult ResizePhotos(const PictureRun& run, const QStringList& paths,
                            const ResizeOptions& options);
 
+/// At least one pixel, and never so many that multiplying them could overflow: too large a picture
+/// is refused when it is made.
+int WholePixels(double number);
+
 /// Sets the save options at which runs write photos over themselves: uncompressed, or the best
 /// quality.
 void SetBestQuality(Picture& picture);

@@ -38,13 +38,13 @@ PictureResult RotatePhotos(const PictureRun& run, const QStringList& paths, cons
     picture.SetImage(turned);
     return {};
   };
-  return ReplacePictures(
-      run, paths, {turn.waitText, rotate_text::kFailures, u""},
-      [&](const QString& path) {
-        return MakePicture(path, load, change,
-                           [](Picture& picture) { return picture.EncodeOver(); });
-      },
-      SaveFailures::Listed, [](const QString&) { return Outcome(); });
+  return ReplacePictures(run, paths, {turn.waitText, rotate_text::kFailures, u""},
+                         [&](const QString& path) {
+                           return MakePicture(path, load, change, [](Picture& picture) {
+                             return picture.EncodeOver();
+                           });
+                         },
+                         SaveFailures::Listed, {});
 }
 
 }  // namespace zqm

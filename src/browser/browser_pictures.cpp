@@ -4,6 +4,7 @@
 #include "browser/browser.h"
 #include "browser/thumbnail_marks.h"
 #include "shell/files.h"
+#include "shell/platform.h"
 
 using namespace Qt::StringLiterals;
 
@@ -32,7 +33,10 @@ void Browser::ShowChanged(const QString& path) {
 // find.
 void Browser::ShowWritten(const QString& path, bool catalogued) {
   if (source_ == Source::Catalogue) return RemovePhoto(path);
-  if (source_ != Source::Folder || GetParentFolderName(path) != folder_) return;
+  // Under another spelling it is the same folder only where the file system says so.
+  const QString folder = GetParentFolderName(path);
+  if (source_ != Source::Folder || (folder != folder_ && !platform::SameFile(folder, folder_)))
+    return;
   int at = thumbnails_.IndexOf(path);
   if (at >= 0)
     thumbnails_.UpdateImage(at);

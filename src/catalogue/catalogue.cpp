@@ -10,6 +10,7 @@
 #include "catalogue/statements.h"
 #include "shell/error.h"
 #include "shell/files.h"
+#include "shell/platform.h"
 
 using namespace Qt::StringLiterals;
 
@@ -93,11 +94,23 @@ void Catalogue::SettleIntents() {
   if (ReadOnly()) return;
   for (const StoredIntent& stored : StoredIntents(*database_)) {
     const auto& [operation, from, to] = stored.intent;
+    if (operation == QStringView(kReplaceOperation)) {
+      if (platform::FileStamp(from) == to && !FinishIntent(stored.id)) break;
+      continue;
+    }
     const bool happened = !FileExists(from) && (to.isEmpty() || FileExists(to));
     if (!(happened ? FollowIntent(stored.id, stored.intent) : FinishIntent(stored.id))) break;
   }
   photos_->CancelRow();
   (void)photos_->MoveFirst();  // nothing is left that could fail to be written
+}
+
+std::vector<ReplacedFile> Catalogue::Replaced() const {
+  std::vector<ReplacedFile> replaced;
+  for (const StoredIntent& stored : StoredIntents(*database_))
+    if (stored.intent.operation == QStringView(kReplaceOperation))
+      replaced.push_back({stored.id, stored.intent.from});
+  return replaced;
 }
 
 QString Catalogue::Path() const {

@@ -18,11 +18,19 @@ class Database;
 
 /// A change of a file that its row has to follow, written before the file is touched. Opening a
 /// catalogue finishes or drops what a kill left: the row follows if the file stands at `to` and no
-/// longer at `from`, and stays otherwise.
+/// longer at `from`, and stays otherwise. Of a file that is changed in its place the row has to be
+/// read anew, which is left to whoever can read files (`Replaced`).
 struct Intent {
-  QString operation;  ///< "move", "rename", "replace", "delete"
+  QString operation;  ///< "move", "rename", "delete", or `kReplaceOperation`
   QString from;
-  QString to;  ///< "" when the file is to go
+  QString to;  ///< "" when the file is to go; the stamp it had (`platform::FileStamp`) for "replace"
+};
+inline constexpr char16_t kReplaceOperation[] = u"replace";
+
+/// A file that was changed in its place without its row.
+struct ReplacedFile {
+  qint64 intent;
+  QString path;
 };
 
 /// An open photo catalogue: one file, one connection for the whole run.
@@ -61,6 +69,8 @@ class Catalogue {
   /// The file is where it was to go: its row follows, a row that the target had goes, and the
   /// intent with them. After a failure the next opening does it.
   Outcome FollowIntent(qint64 id, const Intent& intent);
+  /// What earlier runs left; each to be ended with `FinishIntent`.
+  std::vector<ReplacedFile> Replaced() const;
 
   /// The engine's integrity check and the program's own: row index and rows agree, every row has
   /// its path, every thumbnail belongs to a row. Empty when all is well, else what is wrong.

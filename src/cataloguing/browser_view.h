@@ -5,8 +5,8 @@
 
 namespace zqm {
 
-/// What work on photos tells whoever shows thumbnails: owned by this floor, implemented above it. Who
-/// has no use for a call leaves it.
+/// What work on photos tells whoever shows thumbnails: owned by this floor, implemented above it.
+/// Who has no use for a call leaves it.
 class BrowserView {
  public:
   virtual ~BrowserView() = default;

@@ -64,9 +64,10 @@ bool PsdHasLayers(ByteView file) {
   if (listLength > 0) return list.U16(lengthBytes) != 0;
   constexpr std::string_view kDeepLists[] = {"8BIMLr16", "8BIMLr32"};
   return std::ranges::any_of(kDeepLists, [&](std::string_view mark) {
-    return std::ranges::search(layers, mark, [](std::uint8_t byte, char c) {
-             return byte == static_cast<std::uint8_t>(c);
-           }).begin() != layers.end();
+    return std::search(layers.begin(), layers.end(), mark.begin(), mark.end(),
+                       [](std::uint8_t byte, char c) {
+                         return byte == static_cast<std::uint8_t>(c);
+                       }) != layers.end();
   });
 }
 

@@ -123,7 +123,7 @@ Outcome Picture::SaveMetadata(const QString& path) const {
   const Result<QByteArray> file = ReadWholeFile(path);
   if (!file) return Failure{file.Reason()};
   if (SniffCodec(Bytes(*file), GetExtensionName(path).toLower()) != codec_)
-    return Failure{u"File was changed by another program"_s};
+    return Failure{QString::fromUtf16(kReasonChangedByOther)};
   const Result<QByteArray> changed = RewriteMetadata(*file, *codec_, parameters_);
   if (!changed) return Failure{changed.Reason()};
   return *changed == *file ? Outcome() : WriteFileAtomically(path, *changed);
@@ -183,7 +183,10 @@ Outcome Picture::SaveToFile(const QString& path) {
   if (overSource && PixelsUntouched() && CanRewriteMetadata(*codec_)) return SaveMetadata(path);
   const Result<QByteArray> file =
       overSource ? EncodeOver() : EncodeAs(GetExtensionName(path).toLower());
-  return file ? WriteFileAtomically(path, *file) : Failure{file.Reason()};
+  if (!file) return Failure{file.Reason()};
+  Outcome written = WriteFileAtomically(path, *file);
+  if (written && overSource) loadedPixels_ = image_.cacheKey();
+  return written;
 }
 
 }  // namespace zqm

@@ -48,6 +48,8 @@ class Picture {
   /// Whether the file that it was loaded from may be replaced by the picture alone:
   /// `kReasonSeveralPages`, or `kReasonNotWritable` for camera RAW.
   Outcome MayBeWrittenOver() const;
+  /// The pixels are those that stand in the file that it was loaded from, or was last saved over.
+  bool PixelsUntouched() const { return image_.cacheKey() == loadedPixels_; }
   /// Brings the EXIF block in step with the pixels: their number and the thumbnail. Before each
   /// save in which they may have changed; doing it again changes nothing.
   void PrepareSave();
@@ -60,6 +62,7 @@ class Picture {
     parameters_.SetIOProperty(key, value);
   }
   const FileParameters& Parameters() const { return parameters_; }
+  void SetParameters(const FileParameters& parameters) { parameters_ = parameters; }
   /// Takes the whole parameter block of another picture.
   void CopyParamsHandle(const Picture& from) { parameters_ = from.parameters_; }
 
@@ -74,6 +77,11 @@ class Picture {
   int ImageHeight() const { return image_.height(); }
   const QImage& Image() const { return image_; }
   void SetImage(const QImage& image) { image_ = image; }
+  /// Pixels of the file brought back after others were set.
+  void SetLoadedImage(const QImage& image) {
+    image_ = image;
+    loadedPixels_ = image.cacheKey();
+  }
   void Clear();
   void AssignTo(Picture& other) const { other.image_ = image_; }
 
@@ -85,7 +93,6 @@ class Picture {
 
  private:
   LoadOptions Options(const QString& path) const;
-  bool PixelsUntouched() const { return image_.cacheKey() == loadedPixels_; }
   Outcome SaveMetadata(const QString& path) const;
   Result<QByteArray> Encode(const Codec* codec);
   void KeepBlocks(const SourceFile& source);
@@ -102,6 +109,7 @@ class Picture {
   bool colourManagement_ = false;
 };
 
+inline constexpr char16_t kReasonChangedByOther[] = u"File was changed by another program";
 inline constexpr char16_t kReasonSeveralPages[] = u"File has several pages and cannot be changed";
 
 }  // namespace zqm

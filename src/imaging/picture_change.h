@@ -6,7 +6,8 @@
 
 namespace zqm {
 
-/// Makes a picture of a picture, beside the interface thread; null when there is no memory for it.
+/// What an effect does to a picture: pure, on any thread. A null picture means that there was no
+/// memory for it.
 using PictureChange = std::function<QImage(const QImage&)>;
 
 }  // namespace zqm

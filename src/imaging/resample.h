@@ -42,7 +42,7 @@ std::optional<ResampleFilter> FindResampleFilter(QStringView name);
 /// pick source pixels as they are. Transparent pixels don't bleed: alpha weighs the colours. Gray
 /// and bilevel pictures give Grayscale8 or Grayscale16, other 8-bit ones RGB32 or ARGB32, 16-bit
 /// ones RGBX64 or RGBA64. Null for a null picture, an empty size or one over 2^28 pixels. Large
-/// pictures use the global pool; the result never depends on its threads.
+/// pictures use the work pool; the result never depends on its threads.
 QImage Resample(const QImage& picture, const QSize& size, ResampleFilter filter);
 
 }  // namespace zqm

@@ -178,25 +178,33 @@ Outcome Session::LockHome() {
   return {};
 }
 
+CatalogueAccess Session::Access() const {
+  return lock_ ? CatalogueAccess::ReadWrite : CatalogueAccess::Reading;
+}
+
+Outcome Session::OpenSettings() {
+  auto core = OpenFile<CoreDatabase>(folders_.WorkingFolder() + u'/' + kCoreName, Access());
+  if (!core) return Failure{core.Reason()};
+  core_ = std::move(*core);
+  settings_ = core_->ReadSettings();
+  return {};
+}
+
 Outcome Session::Activate(const QString& name,
                           const std::function<void(const QString& status)>& status) {
   const auto tell = [&status](const QString& text) {
     if (status) status(text);
   };
   const QString path = folders_.WorkingFolder() + u'/' + name;
-  const CatalogueAccess access = lock_ ? CatalogueAccess::ReadWrite : CatalogueAccess::Reading;
 
   tell(u"Loading Settings..."_s);
-  auto core = OpenFile<CoreDatabase>(folders_.WorkingFolder() + u'/' + kCoreName, access);
-  if (!core) return Failure{core.Reason()};
+  if (Outcome opened = OpenSettings(); !opened) return opened;
   // Categories and editors are read by whoever shows them; what takes time is the row index.
   tell(u"Loading Categories..."_s);
   tell(u"Initializing Photo Editors..."_s);
   tell(u"Initializing Search Engine..."_s);
-  auto catalogue = OpenFile<Catalogue>(path, access);
+  auto catalogue = OpenFile<Catalogue>(path, Access());
   if (!catalogue) return Failure{catalogue.Reason()};
-  core_ = std::move(*core);
-  settings_ = core_->ReadSettings();
   catalogue_ = std::move(*catalogue);
   if (CatalogueTooLarge(QFileInfo(path).size()))
     MsgBox(QString::fromUtf16(session_text::kTooLarge), MessageKind::Warning);

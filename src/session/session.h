@@ -39,6 +39,9 @@ class Session {
   Outcome Activate(const QString& name,
                    const std::function<void(const QString& status)>& status = {});
 
+  /// Opens the settings alone, for work that needs no catalogue. Reasons as above.
+  Outcome OpenSettings();
+
   /// Takes the right to write in this home for the rest of the run. Reasons are those of
   /// `HomeLock`.
   Outcome LockHome();
@@ -60,6 +63,7 @@ class Session {
   PictureSettings FormatSettings() const;
 
  private:
+  CatalogueAccess Access() const;
   Outcome FirstRun() const;
   Outcome Repair() const;
 

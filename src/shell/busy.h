@@ -10,6 +10,8 @@
 #include <memory>
 #include <type_traits>
 
+#include "shell/work_pool.h"
+
 namespace zqm {
 
 /// What the window is busy with, as a text and a percentage. Whoever runs a long loop on the
@@ -57,18 +59,25 @@ class BusyRun {
 /// Lets windows paint and timers run, without taking the user's input.
 void YieldToInterface();
 
-/// Runs `work`, which must not touch the catalogue or a window, on a thread of the global pool, and
-/// gives windows time to paint until it is done.
-template <class Work>
-std::invoke_result_t<Work> RunAside(Work work) {
+/// Runs `work`, which must not touch the catalogue or a window, on a thread of the work pool, and
+/// gives windows time to paint until it is done; `tick` runs each time before they get it.
+template <class Work, class Tick>
+std::invoke_result_t<Work> RunAside(Work work, const Tick& tick) {
   using Value = std::invoke_result_t<Work>;
   constexpr std::chrono::milliseconds kBetweenYields(10);
   auto task = std::make_shared<std::packaged_task<Value()>>(std::move(work));
   std::future<Value> result = task->get_future();
-  QThreadPool::globalInstance()->start([task] { (*task)(); });
-  while (result.wait_for(kBetweenYields) != std::future_status::ready)
+  WorkPool().start([task] { (*task)(); });
+  while (result.wait_for(kBetweenYields) != std::future_status::ready) {
+    tick();
     YieldToInterface();
+  }
   return result.get();
+}
+
+template <class Work>
+std::invoke_result_t<Work> RunAside(Work work) {
+  return RunAside(std::move(work), [] {});
 }
 
 }  // namespace zqm

@@ -32,6 +32,7 @@ class Error : public std::exception {
 namespace error_number {
 inline constexpr int kSubscript = 9;           ///< subscript out of range
 inline constexpr int kOverflow = 6;            ///< the row index is full
+inline constexpr int kRecordLength = 59;       ///< a text doesn't fit its record
 inline constexpr int kFileOperation = 32000;   ///< a misused `CSHFileOp`
 inline constexpr int kDatabase = -2147467259;  ///< 0x80004005: a catalogue can't be read
 inline constexpr int kUnexpected = 5;          ///< anything else

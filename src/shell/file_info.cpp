@@ -53,4 +53,10 @@ QString ProgramVersion() {
   return QString::fromUtf8(ZQM_VERSION);
 }
 
+QString AboutText() {
+  return u"Zolmira QM "_s + ProgramVersion() +
+         u"\n\nA photo manager for one user and one machine.\n\nFree software under the GNU "
+         u"General Public License, version 3 or later."_s;
+}
+
 }  // namespace zqm

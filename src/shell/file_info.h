@@ -27,5 +27,7 @@ class FileInfo : public VersionData {
 
 /// "MAJOR.MINOR.PATCH" of this build.
 QString ProgramVersion();
+/// Version and licence, for the windows' "About".
+QString AboutText();
 
 }  // namespace zqm

@@ -15,6 +15,8 @@ enum class EntryKind { Missing, File, Folder, Link, Other };
 EntryKind KindOf(const QString& path);
 /// Whether both paths lead to one file; false when either is missing.
 bool SameFile(const QString& a, const QString& b);
+/// Tells the file that stands under a path from one that takes its place later; "" for none.
+QString FileStamp(const QString& path);
 /// Where a chain of links ends, also when nothing stands there; "" when the chain has no end.
 QString ResolveLinks(const QString& path);
 

@@ -77,6 +77,17 @@ bool SameFile(const QString& a, const QString& b) {
          first.st_ino == second.st_ino;
 }
 
+QString FileStamp(const QString& path) {
+  struct stat info {};
+  if (stat(QFile::encodeName(path).constData(), &info) != 0) return QString();
+  return QStringLiteral("%1 %2 %3 %4.%5")
+      .arg(info.st_dev)
+      .arg(info.st_ino)
+      .arg(info.st_size)
+      .arg(info.st_mtim.tv_sec)
+      .arg(info.st_mtim.tv_nsec);
+}
+
 QString ResolveLinks(const QString& path) {
   QByteArray current = QFile::encodeName(path);
   for (int step = 0; step <= kLongestLinkChain; ++step) {

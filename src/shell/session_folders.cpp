@@ -25,8 +25,12 @@ QString SessionFolders::WorkingFolder() const {
   return DocumentsPath + kProgramFolder;
 }
 
+QString SessionFolders::StateFolder() const {
+  return AppDataPath + kProgramFolder;
+}
+
 QString SessionFolders::ScratchFolder() const {
-  return AppDataPath + kProgramFolder + "/Temp"_L1;
+  return StateFolder() + "/Temp"_L1;
 }
 
 QString SessionFolders::MasterFolder() const {

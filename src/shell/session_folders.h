@@ -15,6 +15,8 @@ struct SessionFolders {
 
   /// "DocumentsPath/Zolmira/QM": catalogues, CORE.mdb, template folders.
   QString WorkingFolder() const;
+  /// "AppDataPath/Zolmira/QM": the small files in which windows keep their look and settings.
+  QString StateFolder() const;
   /// "AppDataPath/Zolmira/QM/Temp".
   QString ScratchFolder() const;
   /// "CommonAppDataPath/Zolmira/QM": the master copies.

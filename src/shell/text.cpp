@@ -244,6 +244,11 @@ bool IsNumeric(QStringView text) {
   return ToNumber(text).has_value();
 }
 
+std::optional<double> PositiveNumber(QStringView text) {
+  const auto number = ToNumber(text);
+  return number && *number > 0 ? number : std::nullopt;
+}
+
 QString SizeText(double kilobytes) {
   constexpr double kKilobytesInMegabyte = 1024;
   const bool large = kilobytes >= kKilobytesInMegabyte;

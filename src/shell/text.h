@@ -37,6 +37,8 @@ float RoundText(float value, int decimals);
 /// exponent, hexadecimal, currency or group separators), or nothing.
 std::optional<double> ToNumber(QStringView text);
 bool IsNumeric(QStringView text);
+/// The same where it is above 0.
+std::optional<double> PositiveNumber(QStringView text);
 
 /// A file's length: KB below 1,024 KB, else MB, two decimals at most.
 QString SizeText(double kilobytes);

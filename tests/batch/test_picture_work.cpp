@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "batch/convert_photos.h"
 #include "batch/convert_settings.h"
+#include "batch/edit_metadata.h"
 #include "batch/resize_photos.h"
 #include "batch/rotate_photos.h"
+#include "cataloguing/replaced_photos.h"
 #include "imaging/save_options.h"
 #include "tests/batch/batch_fixture.h"
 #include "tests/support/photos.h"
@@ -105,6 +107,48 @@ TEST_F(PictureWork, AFileThatStandsIsLeftOrReplacedAndItsRowGoes) {
   EXPECT_EQ(Photos().GetField(Column::Flag), u"Unflagged"_s);
   EXPECT_EQ(Photos().GetField(Column::City), u"Graz"_s);
   EXPECT_EQ(told_.written.last(), out + u" catalogued"_s);
+}
+
+TEST_F(PictureWork, ARowFollowsAfterAKillBetweenFileAndRow) {
+  const QString changed = Sample(u"changed.jpg"_s), untouched = Sample(u"untouched.jpg"_s),
+                gone = Sample(u"gone.jpg"_s), broken = Sample(u"broken.jpg"_s);
+  const QStringList all{changed, untouched, gone, broken};
+  for (const QString& path : all) {
+    AddRow(path, {{Column::ImageWidth, u"1"_s}, {Column::Notes, u"mine"_s}});
+    ASSERT_TRUE(ReplaceIntent::Record(TheCatalogue(), path));
+  }
+  ASSERT_TRUE(WriteFileAtomically(changed, test::SampleJpeg(90, 30, {})));
+  ASSERT_TRUE(DeleteFile(gone));
+  ASSERT_TRUE(WriteFileAtomically(broken, "not a picture"));
+  ASSERT_TRUE(session_->Activate(u"Zolmira QM.mdb"_s));
+  FollowReplaced(TheCatalogue(), ReadRequest());
+  for (const QString& path : all) {
+    ASSERT_TRUE(Photos().LocateRow(path)) << qUtf8Printable(path);
+    EXPECT_EQ(Photos().GetField(Column::ImageWidth), path == changed ? u"90"_s : u"1"_s)
+        << qUtf8Printable(path);
+    EXPECT_EQ(Photos().GetField(Column::Notes), u"mine"_s);
+  }
+  EXPECT_TRUE(TheCatalogue().Replaced().empty());
+}
+
+TEST_F(PictureWork, RunsLeaveNoIntentBehind) {
+  const QString photo = Sample(u"in/a.jpg"_s), over = Sample(u"out/a.jpg"_s),
+                locked = Sample(u"in/locked.jpg"_s);
+  for (const QString& path : {photo, over, locked})
+    AddRow(path);
+  QFile::setPermissions(locked, QFile::ReadOwner);
+  ResizeOptions options;
+  options.width = options.height = u"20"_s;
+  options.dpi = u"72"_s;
+  options.inPlace = true;
+  ResizePhotos(Run(), {photo, locked}, options);
+  options.inPlace = false;
+  options.folder = scratch_.Path(u"out"_s);
+  options.output.existing = ExistingFiles::Overwrite;
+  ResizePhotos(Run(), {photo}, options);
+  ApplyExif(TheCatalogue(), {photo, locked}, {{0, u"Aurora"_s}}, nullptr, nobody_);
+  EXPECT_TRUE(TheCatalogue().Replaced().empty());
+  EXPECT_EQ(Loaded(over).Image().size(), QSize(20, 20));
 }
 
 TEST_F(PictureWork, WhatCannotBeLoadedOrSavedIsToldApart) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/browser.h"
+#include "editor/save_edited.h"
 #include "shell/files.h"
 #include "tests/browser/home_fixture.h"
 #include "tests/support/print_text.h"
@@ -253,6 +254,39 @@ TEST_F(Browsing, PicturesThatWereWrittenJoinTheFolder) {
   EXPECT_EQ(Names(), (QStringList{u"a.jpg"_s, u"made.jpg"_s}));
   EXPECT_EQ(LookOf(made).topText, u"Cataloged"_s);
   EXPECT_EQ(LookOf(a).topText, QString());
+}
+
+TEST_F(Browsing, PhotosSavedByTheEditorFollowInListAndPanel) {
+  const QString a = AddPhoto(u"a.jpg"_s), b = AddPhoto(u"b.jpg"_s);
+  CatalogueThem({a, b});
+  Browse();
+  Select({a});
+  const SaveFollowers followers{session_->ActiveCatalogue(), &browser_, session_->ReadSettings()};
+  EditedFile open = EditedFile::Of(a);
+  Picture picture;
+  ASSERT_TRUE(picture.LoadFromFile(a));
+  picture.SetImage(picture.Image().scaled(64, 48));
+  const FolderHold hold(browser_);
+  const auto saveAs = [&](const QString& path) {
+    ASSERT_TRUE(SaveEditedAs(followers, picture, FindSaveTarget(path), open));
+    ASSERT_TRUE(test::Eventually([this] { return !browser_.IsLoadingPhoto(); }));
+  };
+  ASSERT_TRUE(SaveEdited(followers, picture, open));
+  ASSERT_TRUE(test::Eventually([this] { return !browser_.IsLoadingPhoto(); }));
+  EXPECT_EQ(shown_.fullSize, QSize(64, 48));
+  EXPECT_EQ(LookOf(a).topText, u"Cataloged"_s);
+  saveAs(PhotoPath(u"c.jpg"_s));
+  saveAs(b);
+  saveAs(scratch_.Path("elsewhere.jpg"));
+  EXPECT_EQ(Names(), (QStringList{u"a.jpg"_s, u"b.jpg"_s, u"c.jpg"_s}));
+  EXPECT_EQ(LookOf(b).topText, QString()) << "it has lost its row";
+
+  // A list of hits loses what has no row any more, from the selection too.
+  browser_.LoadResults({a, b});
+  Select({a, b});
+  saveAs(a);
+  EXPECT_EQ(Names(), QStringList{u"b.jpg"_s});
+  EXPECT_EQ(browser_.Selected(), QStringList{b});
 }
 
 TEST_F(Browsing, CataloguingTheSelectionMarksAndTells) {

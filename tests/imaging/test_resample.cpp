@@ -2,6 +2,7 @@
 #include <QThreadPool>
 
 #include "imaging/resample.h"
+#include "shell/work_pool.h"
 #include "tests/support/noise.h"
 
 namespace zqm {
@@ -148,7 +149,7 @@ TEST(Resample, ProjectionsKeepLinesOfOnePixel) {
 }
 
 TEST(Resample, GivesTheSameOnOneThreadAndOnMany) {
-  QThreadPool* pool = QThreadPool::globalInstance();
+  QThreadPool* pool = &WorkPool();
   const int usual = pool->maxThreadCount();
   for (const auto format : {QImage::Format_RGB32, QImage::Format_RGBA64}) {
     const QImage in = Noise({1501, 1103}, format);

@@ -243,6 +243,24 @@ TEST_F(Saving, ChangedPixelsTakeThumbnailSizeAndMetadataAlong) {
   EXPECT_EQ(thumbnails, 5);
 }
 
+TEST_F(Saving, PixelsThatStoodInTheFileOnceAreWrittenAgain) {
+  Picture picture;
+  const QString path = scratch_.Write("a.jpg", test::SampleJpeg(32, 24));
+  ASSERT_TRUE(picture.LoadFromFile(path));
+  const QImage first = picture.Image();
+  QImage black(32, 24, QImage::Format_RGB32);
+  black.fill(Qt::black);
+  for (const QImage& image : {black, first}) {
+    picture.SetImage(image);
+    EXPECT_FALSE(picture.PixelsUntouched());
+    ASSERT_TRUE(picture.SaveToFile(path));
+    EXPECT_TRUE(picture.PixelsUntouched());
+    Picture saved;
+    ASSERT_TRUE(saved.LoadFromFile(path));
+    EXPECT_NEAR(qGray(saved.Image().pixel(9, 9)), qGray(image.pixel(9, 9)), 4);
+  }
+}
+
 TEST_F(Saving, WhatCannotBeSavedStaysAsItIs) {
   const QByteArray jpeg = test::SampleJpeg(40, 30);
   const QString locked = scratch_.Write("locked.jpg", jpeg);

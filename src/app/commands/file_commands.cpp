@@ -104,9 +104,12 @@ int RunPdf(const GlobalOptions& global, const PdfFiles& files, const Console& co
   if (const Outcome valid = CheckPdf(options); !valid) return console.Refuse(valid.Reason());
   const auto photos = PreparePhotos(*FindPhotoCommand(kPdfCommand), PhotosOf(files.files), {});
   if (!photos) return console.Fail(photos.Reason());
-  const OpenedSession opened = OpenSession(global, false, console);
-  if (!opened.session) return opened.exitCode;
-  options.load = opened.session->WorkSettings();
+  Session session(ResolveSessionFolders(global.home));
+  if (Outcome prepared = session.PrepareFolders(); !prepared)
+    return console.Refuse(prepared.Reason());
+  if (const Outcome opened = session.OpenSettings(); !opened)
+    return console.Refuse(opened.Reason());
+  options.load = session.WorkSettings();
   const BatchTexts& texts = PdfTexts(options.type);
   const auto result = CreatePdf(*photos, options, [&](const BatchProgress& at) {
     console.Progress(QString::fromUtf16(texts.wait) + u" %1%"_s.arg(at.Percent()));

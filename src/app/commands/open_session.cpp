@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/commands/commands.h"
+#include "cataloguing/replaced_photos.h"
 #include "shell/files.h"
 
 using namespace Qt::StringLiterals;
@@ -52,6 +53,7 @@ OpenedSession OpenSession(const GlobalOptions& options, bool writing, const Cons
     return Refuse(console,
                   QString::fromUtf16(session_text::kSelectCatalogue) + u'\n' + LinesOf(names));
   if (Outcome opened = session->Activate(name); !opened) return Refuse(console, opened.Reason());
+  FollowReplaced(session->ActiveCatalogue(), session->ReadSettings());
   return {std::move(session), kExitDone};
 }
 

@@ -12,6 +12,7 @@
 #include "app/start/sample_offer.h"
 #include "app/start/start_windows.h"
 #include "browser/ui/frmmain.h"
+#include "cataloguing/replaced_photos.h"
 #include "shell/busy.h"
 #include "shell/error.h"
 #include "shell/files.h"
@@ -130,6 +131,7 @@ void StartUp::Timer_Timer() {
 Outcome StartUp::OpenMainWindow(const QString& name,
                                 const std::function<void(const QString&)>& status) {
   if (Outcome activated = session_->Activate(name, status); !activated) return activated;
+  FollowReplaced(session_->ActiveCatalogue(), session_->ReadSettings());
   try {
     main_ = std::make_unique<frmmain>(*session_);
   } catch (const Error& error) {

@@ -57,12 +57,12 @@ QPushButton* BatchDialog::AddButton(const QString& caption, const char* name) {
 }
 
 void BatchDialog::Run(const BatchTexts& texts, const QString& label, const Work& work,
-                      const std::function<QString(const QString& path)>& labelOf) {
+                      const LabelOf& labelOf) {
   if (running_) return;
   SetRunning(true);
   progress_->Begin(label);
   const Result<BatchResult> result = work([&](const BatchProgress& at) {
-    const QString text = labelOf && !at.path.isEmpty() ? labelOf(at.path) : QString();
+    const QString text = labelOf && !at.path.isEmpty() ? labelOf(at) : QString();
     if (progress_->Show(at.done, at.total, text))
       setWindowTitle(QString::fromUtf16(texts.wait) + u" %1%"_s.arg(at.Percent()));
   });

@@ -48,16 +48,17 @@ class BatchDialog : public QDialog {
   QPushButton* AddButton(const QString& caption, const char* name);
   QPushButton* CancelButton() const { return cancelButton_; }
 
-  /// Fails where a run ends before its last photo.
   /// When a run begins, and when it is through, before its closing message.
   virtual void RunShown(bool /*running*/) {}
 
+  /// Fails where a run ends before its last photo.
   using Work = std::function<Result<BatchResult>(const BatchObserver& observer)>;
+  /// What stands above the bar while a file is worked on; "" leaves what stands.
+  using LabelOf = std::function<QString(const BatchProgress& at)>;
   /// Runs `work` over the photos, shows how it ended, and closes; one that failed leaves the dialog
-  /// for another try. `label` stands above the bar;
-  /// `labelOf` says what stands there for a file instead, if anything does.
+  /// for another try. `label` stands above the bar until `labelOf` says something else.
   void Run(const BatchTexts& texts, const QString& label, const Work& work,
-           const std::function<QString(const QString& path)>& labelOf = {});
+           const LabelOf& labelOf = {});
 
  private:
   void SetRunning(bool running);

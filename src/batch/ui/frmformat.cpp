@@ -174,8 +174,8 @@ void frmformat::Command4_Click() {
   RunPictures(
       convert_text::kConvert, QString::fromUtf16(convert_text::kConverting),
       [&](const PictureRun& run) { return ConvertPhotos(run, Photos(), options); },
-      [](const QString& path) {
-        return QString::fromUtf16(convert_text::kConverting) + GetFileName(path);
+      [](const BatchProgress& at) {
+        return QString::fromUtf16(convert_text::kConverting) + GetFileName(at.path);
       });
 }
 

@@ -128,8 +128,8 @@ void CarryDialog::cmdok_Click() {
       [&](const BatchObserver& observer) {
         return kind_.run(TheCatalogue(), Photos(), options, View(), observer);
       },
-      [&before](const QString& path) {
-        return before.isEmpty() ? QString() : before + GetFileName(path);
+      [&before](const BatchProgress& at) {
+        return before.isEmpty() ? QString() : before + GetFileName(at.path);
       });
 }
 

@@ -132,8 +132,10 @@ std::map<int, QString> MetadataDialog::Edit() const {
 }
 
 void MetadataDialog::cmdapply_Click() {
-  Run(names_.texts, QString::fromUtf16(names_.texts.wait),
-      [this](const BatchObserver& observer) { return Write(observer); });
+  const QString writing = u' ' + QString::fromUtf16(names_.texts.wait);
+  Run(
+      names_.texts, writing, [this](const BatchObserver& observer) { return Write(observer); },
+      [&writing](const BatchProgress& at) { return writing + u" %1%"_s.arg(at.Percent()); });
 }
 
 }  // namespace zqm

@@ -93,8 +93,7 @@ OutputOptions PictureDialog::Output() const {
 }
 
 void PictureDialog::RunPictures(const BatchTexts& texts, const QString& label,
-                                const PictureWork& work,
-                                const std::function<QString(const QString& path)>& labelOf) {
+                                const PictureWork& work, const LabelOf& labelOf) {
   Run(
       texts, label,
       [&](const BatchObserver& observer) -> Result<BatchResult> {

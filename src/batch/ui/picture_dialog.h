@@ -41,7 +41,7 @@ class PictureDialog : public BatchDialog {
 
   using PictureWork = std::function<PictureResult(const PictureRun& run)>;
   void RunPictures(const BatchTexts& texts, const QString& label, const PictureWork& work,
-                   const std::function<QString(const QString& path)>& labelOf = {});
+                   const LabelOf& labelOf = {});
 
   void UpdatePlace();
   void RunShown(bool running) override;

@@ -107,7 +107,7 @@ frmmain::frmmain(Session& session, QWidget* parent)
 frmmain::~frmmain() = default;
 
 QString frmmain::StateFolder() const {
-  return GetParentFolderName(session_.Folders().ScratchFolder());
+  return session_.Folders().StateFolder();
 }
 
 // Putting together.
@@ -301,6 +301,8 @@ void frmmain::Run(Command command) {
   switch (command) {
     case Command::OpenFolder:
       return OpenFolder();
+    case Command::EditPhoto:
+      return EditPhoto();
     case Command::ExternalEditor:
       return mnuchoose_Click();
     case Command::MoveTo:
@@ -462,10 +464,7 @@ void frmmain::mnusettings_Click() {
 }
 
 void frmmain::ShowAbout() {
-  MsgBox(u"Zolmira QM "_s + ProgramVersion() +
-             u"\n\nA photo manager for one user and one machine.\n\nFree software under the GNU "
-             u"General Public License, version 3 or later."_s,
-         MessageKind::Information);
+  MsgBox(AboutText(), MessageKind::Information);
 }
 
 // The window's state.

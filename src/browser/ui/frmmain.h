@@ -71,6 +71,7 @@ class frmmain : public QMainWindow {
   void mnunewdb_Click();
   void mnuoptimize_Click();
   void MoveOrCopy(Command command);
+  void EditPhoto();
   void ConvertThem();
   void CreatePdfOfThem();
   void ResizeThem();

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The main window's commands over the selected files.
+#include <QEventLoop>
+
 #include "batch/external_editors.h"
 #include "batch/photo_commands.h"
 #include "batch/ui/frmconfigure.h"
@@ -11,6 +13,8 @@
 #include "batch/ui/frmrename.h"
 #include "batch/ui/frmresize.h"
 #include "browser/ui/frmmain.h"
+#include "editor/edit_text.h"
+#include "editor/ui/frmedit.h"
 #include "shell/messages.h"
 #include "shell/ui/folder_tree.h"
 
@@ -26,6 +30,29 @@ void frmmain::MoveOrCopy(Command command) {
     frmmove(place, folders_->CurrentFolder(), this).exec();
   else
     frmcopy(place, folders_->CurrentFolder(), this).exec();
+}
+
+void frmmain::EditPhoto() {
+  const QStringList photos = browser_.mnufile2_Click(kEditCommand);
+  if (photos.isEmpty()) return;
+  const FolderHold hold(browser_);
+  frmedit editor(session_, &browser_, this);
+  Outcome opened;
+  {
+    const BusyRun busy(busy_, QString::fromUtf16(edit_text::kPreparing));
+    opened = editor.OpenPhoto(browser_.Selected().first());
+  }
+  if (!opened) {
+    MsgBox(opened.Reason(), MessageKind::Information);
+    return;
+  }
+  // Where this window is, so that it is hidden behind.
+  editor.setGeometry(geometry());
+  QEventLoop untilClosed;
+  connect(&editor, &frmedit::Closed, &untilClosed, &QEventLoop::quit);
+  editor.setWindowState(windowState());
+  editor.show();
+  untilClosed.exec();
 }
 
 void frmmain::ConvertThem() {

@@ -6,7 +6,7 @@
 #include <QMenuBar>
 #include <QWidget>
 
-#include "shell/ui/look.h"
+#include "shell/ui/commands.h"
 
 using namespace Qt::StringLiterals;
 
@@ -36,9 +36,11 @@ struct Row {
 constexpr Row kRows[] = {
     {Command::OpenFolder, u"&File", u"&Open Folder…", u"Ctrl+O", "folder-open", "mnuopenfolder",
      u"Browse a folder", kPlain},
+    {Command::EditPhoto, u"&File", u"Edit In &Zolmira QM Photo Editor", u"F4", "document-edit",
+     "mnufile2(1)", u"Edit the first of the selected photos", kNeedsSelection | kSeparatorBefore},
     {Command::ExternalEditor, u"&File", u"Open In &External Editor", u"Ctrl+E",
      "document-open-folder", "mnuchoose", u"Open the selected photos in another program",
-     kNeedsSelection | kSeparatorBefore},
+     kNeedsSelection},
     {Command::MoveTo, u"&File", u"&Move To Folder...", u"Ctrl+M", "transform-move", "mnufile2(3)",
      u"Move the selected photos, their rows with them", kNeedsSelection | kSeparatorBefore},
     {Command::CopyTo, u"&File", u"&Copy To Folder...", u"Ctrl+Shift+M", "edit-copy", "mnufile2(4)",
@@ -155,15 +157,11 @@ constexpr Row kRows[] = {
 MainActions::MainActions(QWidget* window) : QObject(window) {
   auto* rows = new QActionGroup(this);
   for (const Row& row : kRows) {
-    auto* action = new QAction(QString::fromUtf16(row.text), this);
-    action->setObjectName(QString::fromLatin1(row.name));
-    action->setShortcut(QKeySequence(QString::fromUtf16(row.shortcut)));
-    if (row.icon[0] != '\0') action->setIcon(look::Icon(row.icon));
-    if (row.toolTip[0] != u'\0') action->setToolTip(QString::fromUtf16(row.toolTip));
+    QAction* action =
+        AddCommand(window, this, {row.text, row.shortcut, row.icon, row.name, row.toolTip});
     action->setCheckable((row.traits & kCheckable) != 0);
     connect(action, &QAction::triggered, this,
             [this, command = row.command] { Q_EMIT Triggered(command); });
-    window->addAction(action);
     actions_[row.command] = action;
   }
   rows->addAction(Get(Command::SingleRow));

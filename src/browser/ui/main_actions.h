@@ -15,6 +15,7 @@ namespace zqm {
 /// Every command of the main window.
 enum class Command {
   OpenFolder,
+  EditPhoto,
   ExternalEditor,
   MoveTo,
   CopyTo,

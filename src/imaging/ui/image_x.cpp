@@ -2,351 +2,459 @@
 #include "imaging/ui/image_x.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
-#include <QScrollBar>
-#include <QWheelEvent>
-#include <algorithm>
-#include <array>
-#include <cmath>
+#include <QPointer>
 
-#include "shell/ui/look.h"
+#include "imaging/object_painter.h"
+#include "imaging/progress.h"
+#include "imaging/ui/print_image.h"
+#include "imaging/ui/view_overlays.h"
+#include "shell/busy.h"
 
 using namespace Qt::StringLiterals;
 
 namespace zqm {
 namespace {
 
-constexpr double kSmallestScale = 0.01, kLargestScale = 32;
-constexpr double kWheelStep = 1.2;  // a notch
-constexpr double kKeyStep = 1.25;
-constexpr double kPixelsShowFrom = 2;   // from here single pixels are what the user looks at
-constexpr double kEnoughPixels = 1.05;  // device pixels of an image pixel before it looks soft
-constexpr int kLineStep = 40;
-constexpr int kMessageMargin = look::kSpace24;
+constexpr int kAntMilliseconds = 120;
+constexpr QStringView kObjectSelect = u"OBJECTSELECT", kScroll = u"SCROLL";
 
-constexpr std::array<QStringView, 2> kModes = {u"SCROLL", u"MOUSEWHEELZOOM"};
-
-/// The mean of each two by two pixels.
-QImage Halved(const QImage& image) {
-  const QSize size((image.width() + 1) / 2, (image.height() + 1) / 2);
-  if (image.format() != QImage::Format_RGB32)
-    return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-  QImage half(size, QImage::Format_RGB32);
-  // Two channels at a time; the two bits that the sum of four needs fit between them.
-  constexpr quint32 kEven = 0x00ff00ff, kRound = 0x00020002;
-  const auto evens = [](QRgb pixel) { return pixel & kEven; };
-  const auto odds = [](QRgb pixel) { return (pixel >> 8) & kEven; };
-  for (int y = 0; y < size.height(); ++y) {
-    const auto* above = reinterpret_cast<const QRgb*>(image.constScanLine(2 * y));
-    const auto* below =
-        reinterpret_cast<const QRgb*>(image.constScanLine(std::min(2 * y + 1, image.height() - 1)));
-    auto* out = reinterpret_cast<QRgb*>(half.scanLine(y));
-    for (int x = 0; x < size.width(); ++x) {
-      const int left = 2 * x, right = std::min(2 * x + 1, image.width() - 1);
-      const quint32 even =
-          evens(above[left]) + evens(above[right]) + evens(below[left]) + evens(below[right]);
-      const quint32 odd =
-          odds(above[left]) + odds(above[right]) + odds(below[left]) + odds(below[right]);
-      out[x] = (((even + kRound) >> 2) & kEven) | ((((odd + kRound) >> 2) & kEven) << 8);
-    }
-  }
-  return half;
+/// Does work on the pool while the window paints, and tells how far it is as long as `told` is
+/// there to tell.
+void RunWatched(const QPointer<ImageX>& told, const std::function<void()>& work) {
+  const auto sink = std::make_shared<ProgressSink>();
+  int percent = 0;
+  RunAside(
+      [&work, sink] {
+        const ProgressScope scope(sink.get());
+        work();
+      },
+      [&] {
+        if (!told || sink->Percent() == percent) return;
+        percent = sink->Percent();
+        Q_EMIT told->OnProgress(percent);
+      });
+  if (told && percent > 0) Q_EMIT told->OnProgress(100);
 }
 
 }  // namespace
 
-ImageX::ImageX(QWidget* parent) : QAbstractScrollArea(parent) {
-  setFrameShape(QFrame::NoFrame);
-  setFocusPolicy(Qt::StrongFocus);
-  viewport()->setMouseTracking(true);
-  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
-  horizontalScrollBar()->setSingleStep(kLineStep);
-  verticalScrollBar()->setSingleStep(kLineStep);
+ImageX::ImageX(QWidget* parent) : PictureView(parent), picture_(std::make_shared<EditedPicture>()) {
+  picture_->SetRunner([self = QPointer<ImageX>(this)](const std::function<void()>& work) {
+    RunWatched(self, work);
+  });
+  ants_.setInterval(kAntMilliseconds);
+  connect(&ants_, &QTimer::timeout, this, &ImageX::March);
+  connect(this, &PictureView::OnViewChange, this, [this] { outlineStale_ = true; });
 }
 
-void ImageX::ShowImage(const QImage& image, const QSize& fullSize, KeepView keep) {
-  if (image.isNull()) return Clear();
-  const QPointF middle = QRectF(viewport()->rect()).center();
-  const QPointF before = ToBitmap(middle);
-  const QSize sizeBefore = fullSize_;
-  const bool keeps = keep == KeepView::SamePhoto && HasImage() && !fit_;
-  const bool plain =
-      image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_Grayscale8;
-  levels_ = {plain ? image : image.convertToFormat(QImage::Format_ARGB32_Premultiplied)};
-  fullSize_ = fullSize.isEmpty() ? image.size() : fullSize;
-  asked_ = false;
-  if (!keeps) {
-    Fit();
-  } else {
-    // A stand-in may have told another size.
-    const double ratio = static_cast<double>(fullSize_.width()) / sizeBefore.width();
-    scale_ = std::clamp(scale_ / ratio, kSmallestScale, kLargestScale);
-    UpdateScrollBars();
-    MoveTo(before * ratio, middle);
-    AskForPixels();
-  }
-  viewport()->update();
-  Q_EMIT OnImageChange();
+ImageX::~ImageX() = default;
+
+// Work.
+
+/// Runs something that may yield to the interface; false when this control hasn't outlived it or
+/// is occupied already.
+bool ImageX::Occupied(const std::function<void(EditedPicture&)>& body) {
+  if (working_) return false;
+  const QPointer<ImageX> self(this);
+  const std::shared_ptr<EditedPicture> picture = picture_;
+  if (tool_) tool_->Cancel();
+  working_ = true;
+  body(*picture);
+  if (!self) return false;
+  working_ = false;
+  return true;
+}
+
+Outcome ImageX::Work(const Operation& operation, Ending ending) {
+  if (working_) return Failure{u"The picture is still being worked on"_s};
+  Outcome done;
+  const bool alive = Occupied([&](EditedPicture& picture) { done = operation(picture); });
+  if (!alive || !done) return done;
+  const QPointer<ImageX> self(this);
+  ShowEdited();
+  if (self && ending == Ending::Finished) Q_EMIT OnFinishWork();
+  return done;
+}
+
+Outcome ImageX::Run(const Operation& operation) {
+  return Work(operation, Ending::Finished);
+}
+
+/// Shows the picture that is worked on as it is now.
+void ImageX::ShowEdited() {
+  std::vector<QImage> levels;
+  const bool alive = Occupied([&, scale = ScaleToShow(picture_->Image().size())](EditedPicture& p) {
+    if (p.Image().isNull()) return;
+    RunAside([&, image = p.Image()] { levels = MakeLevels(image, scale); });
+  });
+  if (!alive) return;
+  outlineStale_ = true;
+  ShowLevels(std::move(levels));
+  ObjectsChanged();
+  SelectionChanged();
+}
+
+void ImageX::SetScratchFolder(const QString& folder) {
+  picture_->SetScratchFolder(folder);
+}
+
+Outcome ImageX::LoadFromFile(const QString& path) {
+  return Work([&](EditedPicture& picture) { return picture.LoadFromFile(path); }, Ending::Silent);
+}
+
+Outcome ImageX::ReadParamsFromFile(const QString& path) {
+  return picture_->ReadParamsFromFile(path);
+}
+
+Outcome ImageX::SaveToFile(const QString& path) {
+  return picture_->PictureForSaving().SaveToFile(path);
+}
+
+void ImageX::Assign(const Picture& picture) {
+  if (working_) return;
+  picture_->Assign(picture);
+  ShowEdited();
+}
+
+void ImageX::AssignSelectionTo(ImageX& other) const {
+  other.Assign(picture_->SelectedPicture());
 }
 
 void ImageX::Clear() {
-  if (!HasImage()) return;
-  levels_.clear();
-  fullSize_ = QSize();
-  scale_ = 1;
-  fit_ = true;
-  UpdateScrollBars();
+  if (working_) return;
+  picture_->Clear();
+  PictureView::Clear();
+  ObjectsChanged();
+  SelectionChanged();
+}
+
+Outcome ImageX::ResampleTo(ImageX& target, int width, int height, ResampleFilter filter) {
+  Outcome done = Failure{u"The picture is still being worked on"_s};
+  const QPointer<ImageX> shown(&target);
+  const bool alive = Occupied([&, other = target.picture_](EditedPicture& picture) {
+    done = picture.ResampleTo(*other, width, height, filter);
+  });
+  if (alive && shown && done) target.ShowEdited();
+  return done;
+}
+
+void ImageX::PrintImageDialog(const QString& title) {
+  zqm::PrintImageDialog(picture_->Image(), title, this);
+}
+
+// The way back.
+
+void ImageX::SaveState(void (EditedPicture::*save)()) {
+  Occupied([save](EditedPicture& picture) { (picture.*save)(); });
+}
+
+Outcome ImageX::UndoAt(int index) {
+  return Work([=](EditedPicture& picture) { return picture.UndoAt(index); }, Ending::Silent);
+}
+
+Outcome ImageX::RedoAt(int index) {
+  return Work([=](EditedPicture& picture) { return picture.RedoAt(index); }, Ending::Silent);
+}
+
+// Modes.
+
+void ImageX::SwitchTool(const QString& mode) {
+  if (mode == toolMode_) return;
+  if (tool_) tool_->Cancel();
+  const QString before = std::exchange(toolMode_, mode);
+  tool_ = MakeMouseTool(mode, *this);
+  if (!before.isEmpty()) SwitchMode(before, false);
+  if (!mode.isEmpty()) SwitchMode(mode, true);
   viewport()->update();
-  Q_EMIT OnImageChange();
 }
 
-void ImageX::SetMessage(const QString& message) {
-  if (message == message_) return;
-  message_ = message;
-  setAccessibleDescription(message);
-  viewport()->update();
-}
-
-// The view.
-
-QSizeF ImageX::ShownSize() const {
-  return QSizeF(fullSize_) * (scale_ / devicePixelRatioF());
-}
-
-/// Where the picture's corner lies in the viewport: in the middle what is smaller than the view.
-QPointF ImageX::Origin() const {
-  const QSizeF shown = ShownSize();
-  const QSizeF room = viewport()->size();
-  const double x = shown.width() <= room.width() ? (room.width() - shown.width()) / 2
-                                                 : -horizontalScrollBar()->value();
-  const double y = shown.height() <= room.height() ? (room.height() - shown.height()) / 2
-                                                   : -verticalScrollBar()->value();
-  // On whole device pixels, or a picture that fits exactly would be blurred.
-  const double ratio = devicePixelRatioF();
-  return {std::round(x * ratio) / ratio, std::round(y * ratio) / ratio};
-}
-
-QPointF ImageX::ToBitmap(const QPointF& at) const {
-  return (at - Origin()) * (devicePixelRatioF() / scale_);
-}
-
-double ImageX::ToBitmapX(double x) const {
-  return ToBitmap({x, 0}).x();
-}
-double ImageX::ToBitmapY(double y) const {
-  return ToBitmap({0, y}).y();
-}
-
-double ImageX::FitScale() const {
-  // The room without scroll bars, which are gone once the picture fits.
-  const QSizeF room = QSizeF(maximumViewportSize()) * devicePixelRatioF();
-  if (fullSize_.isEmpty() || room.isEmpty()) return 1;
-  return std::max(kSmallestScale, std::min({1.0, room.width() / fullSize_.width(),
-                                            room.height() / fullSize_.height()}));
-}
-
-void ImageX::Fit() {
-  fit_ = true;
-  if (!HasImage()) return;
-  scale_ = FitScale();
-  UpdateScrollBars();
-  AskForPixels();
-  viewport()->update();
-  Q_EMIT OnViewChange();
-}
-
-void ImageX::SetZoom(double percent) {
-  SetScale(percent / 100, QRectF(viewport()->rect()).center());
-}
-
-void ImageX::SetScale(double scale, const QPointF& about) {
-  if (!HasImage()) return;
-  const QPointF pixel = ToBitmap(about);
-  fit_ = false;
-  scale_ = std::clamp(scale, kSmallestScale, kLargestScale);
-  UpdateScrollBars();
-  MoveTo(pixel, about);
-  AskForPixels();
-  viewport()->update();
-  Q_EMIT OnViewChange();
-}
-
-/// Scrolls so that a pixel of the picture lies at a place of the viewport, as far as it goes.
-void ImageX::MoveTo(const QPointF& pixel, const QPointF& at) {
-  const QPointF now = Origin() + pixel * (scale_ / devicePixelRatioF());
-  horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(now.x() - at.x()));
-  verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(now.y() - at.y()));
-}
-
-ImageView ImageX::View() const {
-  return {Zoom(), ToBitmap(QRectF(viewport()->rect()).center()), fit_};
-}
-
-void ImageX::SetView(const ImageView& view) {
-  if (!HasImage()) return;
-  if (view.fit) return Fit();
-  const QPointF middle = QRectF(viewport()->rect()).center();
-  SetZoom(view.zoom);
-  MoveTo(view.centre, middle);
-}
-
-void ImageX::UpdateScrollBars() {
-  const QSizeF shown = HasImage() ? ShownSize() : QSizeF(0, 0);
-  const auto set = [](QScrollBar* bar, double length, int room) {
-    // Half a pixel over is rounding and no reason for a scroll bar.
-    bar->setRange(0, std::max(0, static_cast<int>(std::ceil(length - 0.5)) - room));
-    bar->setPageStep(room);
-  };
-  // A bar that comes takes room from the other direction.
-  for (int pass = 0; pass < 2; ++pass) {
-    set(horizontalScrollBar(), shown.width(), viewport()->width());
-    set(verticalScrollBar(), shown.height(), viewport()->height());
+void ImageX::SetMouseInteract(const QString& mode, bool on) {
+  const QString upper = mode.toUpper();
+  if (IsToolMode(upper)) {
+    if (on || upper == toolMode_) SwitchTool(on ? upper : QString());
+    return;
   }
+  PictureView::SetMouseInteract(upper, on);
+  if (on && upper == kScroll && toolMode_ != kObjectSelect) SwitchTool({});
+}
+
+bool ImageX::LeftButtonPans() const {
+  if (!PictureView::LeftButtonPans()) return false;
+  return !tool_ || (toolMode_ == kObjectSelect && Objects().IsEmpty());
+}
+
+void ImageX::SetMouseCursor(const QCursor& cursor) {
+  cursor_ = cursor;
   UpdateCursor();
 }
 
-void ImageX::AskForPixels() {
-  if (asked_ || !HasImage()) return;
-  const QImage& image = levels_.front();
-  const double devicePerImagePixel =
-      scale_ * fullSize_.width() / static_cast<double>(image.width());
-  if (image.width() >= fullSize_.width() || devicePerImagePixel <= kEnoughPixels) return;
-  asked_ = true;
-  Q_EMIT FullSizeWanted();
+void ImageX::ResetMouseCursor() {
+  cursor_.reset();
+  UpdateCursor();
 }
 
-/// The smallest level that still has a pixel for each of the device.
-const QImage& ImageX::LevelFor(double deviceScale) {
-  std::size_t level = 0;
-  while (deviceScale <= 0.5 && levels_[level].width() > 1 && levels_[level].height() > 1) {
-    deviceScale *= 2;
-    ++level;
-    if (level == levels_.size()) levels_.push_back(Halved(levels_.back()));
-  }
-  return levels_[level];
+QCursor ImageX::IdleCursor() const {
+  if (cursor_) return *cursor_;
+  return tool_ ? tool_->CursorAt(hover_) : QCursor(Qt::ArrowCursor);
 }
 
-void ImageX::paintEvent(QPaintEvent*) {
-  QPainter painter(viewport());
-  painter.fillRect(viewport()->rect(), QColor(look::kGround));
-  if (HasImage()) {
-    const QRectF target(Origin(), ShownSize());
-    const double deviceScale =
-        scale_ * fullSize_.width() / static_cast<double>(levels_.front().width());
-    const QImage& level = LevelFor(deviceScale);
-    const QSizeF device = target.size() * devicePixelRatioF();
-    const QSizeF off = device - QSizeF(level.size());
-    if (std::abs(off.width()) < 1 && std::abs(off.height()) < 1) {
-      QImage exact = level;
-      exact.setDevicePixelRatio(devicePixelRatioF());
-      painter.drawImage(target.topLeft(), exact);
-    } else {
-      const QRectF visible = target & QRectF(viewport()->rect());
-      const double sx = level.width() / target.width(), sy = level.height() / target.height();
-      const QPointF from = visible.topLeft() - target.topLeft();
-      const QRectF source(from.x() * sx, from.y() * sy, visible.width() * sx,
-                          visible.height() * sy);
-      painter.setRenderHint(QPainter::SmoothPixmapTransform, deviceScale < kPixelsShowFrom);
-      painter.drawImage(visible, level, source);
-    }
-  }
-  if (message_.isEmpty()) return;
-  const QRect room = viewport()->rect().marginsRemoved(
-      {kMessageMargin, kMessageMargin, kMessageMargin, kMessageMargin});
-  painter.setPen(QColor(look::kQuiet));
-  painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, message_);
+// Selection.
+
+void ImageX::Select(const Selection& selection) {
+  const bool had = HasSelection();
+  picture_->Select(selection);
+  if (had || HasSelection()) SelectionChanged();
 }
 
-void ImageX::resizeEvent(QResizeEvent* event) {
-  QAbstractScrollArea::resizeEvent(event);
-  if (fit_)
-    Fit();
-  else
-    UpdateScrollBars();
-  Q_EMIT OnViewChange();
+void ImageX::TakeMagicWand(const QPoint& seed) {
+  const bool alive =
+      Occupied([&](EditedPicture& picture) { picture.SelectByMagicWand(seed, tolerance_); });
+  if (alive) SelectionChanged();
 }
 
-void ImageX::scrollContentsBy(int, int) {
+void ImageX::SelectionChanged() {
+  outlineStale_ = true;
+  HasSelection() && isVisible() ? ants_.start() : ants_.stop();
   viewport()->update();
-  Q_EMIT OnViewChange();
+  Q_EMIT OnSelectionChange();
+}
+
+void ImageX::March() {
+  phase_ = (phase_ + 1) % kAntPhases;
+  if (outlineStale_)
+    viewport()->update();
+  else
+    viewport()->update(outlineRegion_);
+}
+
+void ImageX::UpdateOutline() {
+  if (!std::exchange(outlineStale_, false)) return;
+  const QRectF visible(ToBitmap(QPointF(0, 0)),
+                       ToBitmap(QPointF(viewport()->width(), viewport()->height())));
+  outline_ = ToView().map(Selected().Outline(visible, Scale()));
+  outlineRegion_ = RegionOfAnts(outline_, viewport()->rect());
+}
+
+// Objects.
+
+void ImageX::SetObjects(const VectorObjects& objects) {
+  picture_->Objects() = objects;
+  ObjectsChanged();
+}
+
+int ImageX::AddObject(ObjectKind kind) {
+  VectorObjects& objects = picture_->Objects();
+  const int id = objects.Add(kind);
+  for (const auto& [key, value] : nextObject_)
+    objects.SetObjectProperty(id, key, value);
+  ObjectsChanged();
+  return id;
+}
+
+int ImageX::PutLine(const QPointF& from, const QPointF& to) {
+  VectorObjects& objects = picture_->Objects();
+  const int id = objects.AddLine(from, to);
+  for (const auto& [key, value] : nextObject_)
+    objects.SetObjectProperty(id, key, value);
+  ObjectsChanged();
+  return id;
+}
+
+bool ImageX::SetObjectProperty(int id, QStringView key, const QString& value) {
+  if (id == kNextObject) {
+    VectorObject trial;
+    if (!SetProperty(trial, key, value)) return false;
+    const QString upper = key.toString().toUpper();
+    std::erase_if(nextObject_, [&](const auto& set) { return set.first == upper; });
+    nextObject_.emplace_back(upper, value);
+    return true;
+  }
+  const bool done = picture_->Objects().SetObjectProperty(id, key, value);
+  if (done) viewport()->update();
+  return done;
+}
+
+QString ImageX::GetObjectProperty(int id, QStringView key) const {
+  if (id != kNextObject) return Objects().GetObjectProperty(id, key);
+  VectorObject next;
+  for (const auto& [name, value] : nextObject_)
+    SetProperty(next, name, value);
+  return ObjectProperty(next, key);
+}
+
+void ImageX::SetObjectPicture(int id, const QImage& picture) {
+  picture_->Objects().SetPicture(id, picture);
+  viewport()->update();
+}
+
+void ImageX::RemoveObject(int id) {
+  picture_->Objects().Remove(id);
+  ObjectsChanged();
+}
+
+void ImageX::RemoveAllObjects() {
+  picture_->Objects().RemoveAllObjects();
+  ObjectsChanged();
+}
+
+void ImageX::SendToBack(int id) {
+  picture_->Objects().SendToBack(id);
+  viewport()->update();
+}
+
+void ImageX::BringToFront(int id) {
+  picture_->Objects().BringToFront(id);
+  viewport()->update();
+}
+
+void ImageX::ReplaceObject(const VectorObject& object) {
+  picture_->Objects().Replace(object);
+  viewport()->update();
+}
+
+void ImageX::TellMoved(const std::vector<int>& ids) {
+  for (const int id : ids)
+    Q_EMIT OnObjectMoved(id);
+}
+
+/// What isn't there any more isn't selected either.
+void ImageX::ObjectsChanged() {
+  const auto gone = std::erase_if(selected_, [this](int id) { return !Objects().Contains(id); });
+  viewport()->update();
+  UpdateCursor();
+  if (gone > 0) Q_EMIT OnSelectObject();
+}
+
+std::vector<int> ImageX::SelectedObjects() const {
+  std::vector<int> ids = Objects().Ids();
+  std::erase_if(ids, [this](int id) { return !IsObjectSelected(id); });
+  return ids;
+}
+
+void ImageX::SetSelected(std::set<int> ids) {
+  if (ids == selected_) return;
+  selected_ = std::move(ids);
+  viewport()->update();
+  Q_EMIT OnSelectObject();
+}
+
+void ImageX::SelectObject(int id, bool on) {
+  std::set<int> ids = selected_;
+  if (!on)
+    ids.erase(id);
+  else if (Objects().Contains(id))
+    ids.insert(id);
+  SetSelected(std::move(ids));
+}
+
+void ImageX::SelectOnly(const std::vector<int>& ids) {
+  SetSelected({ids.begin(), ids.end()});
+}
+
+void ImageX::SelectAllObjects() {
+  std::set<int> ids;
+  for (const VectorObject& object : Objects().All()) {
+    if (object.selectable) ids.insert(object.id);
+  }
+  SetSelected(std::move(ids));
+}
+
+// Painting.
+
+QTransform ImageX::ToView() const {
+  const QPointF origin = FromBitmap({0, 0});
+  const double scale = Scale() / devicePixelRatioF();
+  return QTransform(scale, 0, 0, scale, origin.x(), origin.y());
+}
+
+void ImageX::PaintOver(QPainter& painter, const QRegion&) {
+  if (!HasImage()) return;
+  const QTransform toView = ToView();
+  if (!Objects().IsEmpty()) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setTransform(toView, true);
+    PaintObjects(painter, Objects());
+    painter.restore();
+    for (const int id : SelectedObjects())
+      PaintHandles(painter, *Objects().Find(id), toView);
+  }
+  if (HasSelection()) {
+    UpdateOutline();
+    PaintAnts(painter, outline_, phase_);
+  }
+  if (tool_) PaintAnts(painter, toView.map(tool_->Draft()), phase_);
+}
+
+void ImageX::showEvent(QShowEvent* event) {
+  PictureView::showEvent(event);
+  if (HasSelection()) ants_.start();
+}
+
+void ImageX::hideEvent(QHideEvent* event) {
+  ants_.stop();
+  PictureView::hideEvent(event);
 }
 
 // Mouse and keys.
 
-void ImageX::SetMouseInteract(const QString& mode, bool on) {
-  const QString upper = mode.toUpper();
-  if (std::ranges::find(kModes, QStringView(upper)) == kModes.end()) return;
-  if (on)
-    modes_.insert(upper);
-  else
-    modes_.remove(upper);
-  UpdateCursor();
+ToolEvent ImageX::EventAt(const QPointF& at, Qt::KeyboardModifiers modifiers) const {
+  return {ToBitmap(at), modifiers, devicePixelRatioF() / Scale()};
 }
 
-bool ImageX::CanPan() const {
-  return GetMouseInteract(u"SCROLL"_s) &&
-         (horizontalScrollBar()->maximum() > 0 || verticalScrollBar()->maximum() > 0);
-}
-
-void ImageX::UpdateCursor() {
-  viewport()->setCursor(!CanPan()  ? Qt::ArrowCursor
-                        : panning_ ? Qt::ClosedHandCursor
-                                   : Qt::OpenHandCursor);
-}
-
-void ImageX::wheelEvent(QWheelEvent* event) {
-  const int turned = event->angleDelta().y();
-  if (!GetMouseInteract(u"MOUSEWHEELZOOM"_s) || turned == 0)
-    return QAbstractScrollArea::wheelEvent(event);
-  constexpr double kNotch = 120;  // eighths of a degree
-  SetScale(scale_ * std::pow(kWheelStep, turned / kNotch), event->position());
-  event->accept();
+/// Hands a mouse event to the tool. Whoever hears of what it does may switch tools or, while it
+/// waits for work, end this control's life.
+void ImageX::HandTo(void (MouseTool::*handler)(const ToolEvent&), const QMouseEvent* event) {
+  hover_ = EventAt(event->position(), event->modifiers());
+  const std::shared_ptr<MouseTool> tool = tool_;
+  const QPointer<ImageX> self(this);
+  (tool.get()->*handler)(hover_);
+  if (self) viewport()->update();
 }
 
 void ImageX::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton && CanPan()) {
-    panning_ = true;
-    panFrom_ = event->pos();
-    UpdateCursor();
-  }
   Q_EMIT OnMouseDown(ToBitmap(event->position()), event->button());
+  if (BeginPan(event)) return;
+  if (event->button() == Qt::LeftButton && ToolWorks()) HandTo(&MouseTool::Press, event);
 }
 
 void ImageX::mouseMoveEvent(QMouseEvent* event) {
-  if (panning_) {
-    const QPoint moved = event->pos() - panFrom_;
-    panFrom_ = event->pos();
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - moved.x());
-    verticalScrollBar()->setValue(verticalScrollBar()->value() - moved.y());
+  if (!MovePan(event) && ToolWorks()) {
+    hover_ = EventAt(event->position(), event->modifiers());
+    if (tool_->IsBusy())
+      HandTo(&MouseTool::Move, event);
+    else
+      UpdateCursor();
   }
   Q_EMIT OnMouseMove(ToBitmap(event->position()));
 }
 
 void ImageX::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) panning_ = false;
-  UpdateCursor();
+  const bool panned = EndPan(event);
+  if (!panned && event->button() == Qt::LeftButton && ToolWorks())
+    HandTo(&MouseTool::Release, event);
   Q_EMIT OnMouseUp(ToBitmap(event->position()), event->button());
 }
 
 void ImageX::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return;
-  fit_ ? SetScale(1, event->position()) : Fit();
+  if (event->button() != Qt::LeftButton || !ToolWorks() || LeftButtonPans())
+    return PictureView::mouseDoubleClickEvent(event);
+  Q_EMIT OnMouseDown(ToBitmap(event->position()), event->button());
+  if (ToolWorks()) HandTo(&MouseTool::DoubleClick, event);
 }
 
 void ImageX::keyPressEvent(QKeyEvent* event) {
-  switch (event->key()) {
-    case Qt::Key_Plus:
-    case Qt::Key_Equal:
-      return SetZoom(Zoom() * kKeyStep);
-    case Qt::Key_Minus:
-      return SetZoom(Zoom() / kKeyStep);
-    case Qt::Key_0:
-      return Fit();
-    case Qt::Key_1:
-      return SetZoom(100);
-    default:
-      return QAbstractScrollArea::keyPressEvent(event);
+  Q_EMIT OnKeyPress(event->key(), event->modifiers());
+  if (ToolWorks()) {
+    const bool cancels = event->key() == Qt::Key_Escape && tool_->IsBusy();
+    if (cancels) tool_->Cancel();
+    hover_.modifiers = event->modifiers();
+    if (cancels || tool_->Key(event->key(), hover_)) return viewport()->update();
   }
+  PictureView::keyPressEvent(event);
 }
 
 }  // namespace zqm
