@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <QPageLayout>
-#include <QPageSize>
-#include <QPdfWriter>
 #include <QRegularExpression>
-#include <QSaveFile>
 
 #include "app/commands/commands.h"
 #include "batch/photo_commands.h"
-#include "printing/page_painter.h"
 #include "printing/paper_measures.h"
+#include "printing/print_pdf.h"
 #include "printing/print_text.h"
 #include "session/session.h"
 #include "shell/files.h"
@@ -18,8 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace zqm {
 namespace {
-
-constexpr int kPdfDpi = 300;
 
 struct NamedPaper {
   QStringView name;
@@ -55,31 +49,6 @@ Outcome CheckTarget(const QString& path, const QStringList& photos) {
   if (!isPdf || isPhoto) return Failure{path + u" exists and is no PDF file"_s};
   if (ReadOnlyFile(path)) return Failure{path + u": "_s + QString::fromUtf16(kReasonPermission)};
   return {};
-}
-
-/// The file stands whole when all pages are in it, or as it was before.
-Result<PrintResult> WritePages(const PrintJob& job, const QSizeF& paper, const QString& path,
-                               const PrintObserver& observer) {
-  QSaveFile file(path);
-  if (!file.open(QFile::WriteOnly)) return Failure{path + u": "_s + file.errorString()};
-  Result<PrintResult> printed = Failure{};
-  {
-    QPdfWriter writer(&file);
-    writer.setResolution(kPdfDpi);
-    writer.setCreator(u"Zolmira QM"_s);
-    writer.setPageSize(QPageSize(paper, QPageSize::Millimeter, QString(), QPageSize::ExactMatch));
-    writer.setPageMargins(QMarginsF());
-    printed = PrintPages(job, writer, observer);
-  }
-  if (!printed) return printed;
-  // A file of empty pages is of no use.
-  if (std::ssize(printed->failures.rows) == job.photos.size()) {
-    printed->pages = 0;
-    return printed;
-  }
-  if (!file.commit()) return Failure{path + u": "_s + file.errorString()};
-  SyncFolder(GetParentFolderName(path));
-  return printed;
 }
 
 struct Split {
@@ -134,7 +103,7 @@ int RunPrint(const GlobalOptions& global, const PrintFiles& options, const Conso
     return console.Fail(QString::fromUtf16(FindPhotoCommand(kPrintCommand)->unusable));
 
   const PrintJob job{*layout, split.standing, *copies, session.WorkSettings()};
-  const auto printed = WritePages(job, *paper, path, [&](int page, int pages) {
+  const auto printed = PrintPdf(job, *paper, path, [&](int page, int pages) {
     console.Progress(u"Printing "_s + PageCaption(page, pages));
   });
   console.ClearProgress();

@@ -314,6 +314,8 @@ void frmmain::Run(Command command) {
       return CreatePdfOfThem();
     case Command::Resize:
       return ResizeThem();
+    case Command::Print:
+      return PrintThem();
     case Command::RotateClockwise:
     case Command::RotateCounterClockwise:
     case Command::Rotate180:

@@ -75,6 +75,7 @@ class frmmain : public QMainWindow {
   void ConvertThem();
   void CreatePdfOfThem();
   void ResizeThem();
+  void PrintThem();
   void Rotate(Command command);
   void mnurename_Click();
   void DeleteThem(const QStringList& photos, const char16_t* question);

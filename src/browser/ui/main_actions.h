@@ -22,6 +22,7 @@ enum class Command {
   Convert,
   Pdf,
   Resize,
+  Print,
   Rename,
   Delete,
   DeleteRejected,
