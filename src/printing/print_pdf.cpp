@@ -14,12 +14,39 @@ namespace zqm {
 namespace {
 
 constexpr int kPdfDpi = 300;
+constexpr char16_t kNotWritten[] = u"The file could not be written, the disk may be full";
+
+/// Knows whether all of it was written: the writer of pages doesn't ask, and what a full disk takes
+/// of a block counts as written.
+class WholeFile : public QSaveFile {
+ public:
+  using QSaveFile::QSaveFile;
+
+  bool CommitWhole() {
+    if (!flush() || cut_ || error() != NoError) {
+      cancelWriting();
+      commit();
+      return false;
+    }
+    return commit();
+  }
+
+ protected:
+  qint64 writeData(const char* data, qint64 length) override {
+    const qint64 written = QSaveFile::writeData(data, length);
+    if (written != length) cut_ = true;
+    return written;
+  }
+
+ private:
+  bool cut_ = false;
+};
 
 }  // namespace
 
 Result<PrintResult> PrintPdf(const PrintJob& job, const QSizeF& paper, const QString& path,
                              const PrintObserver& observer) {
-  QSaveFile file(path);
+  WholeFile file(path);
   if (!file.open(QFile::WriteOnly)) return Failure{path + u": "_s + file.errorString()};
   Result<PrintResult> printed = Failure{};
   {
@@ -36,7 +63,7 @@ Result<PrintResult> PrintPdf(const PrintJob& job, const QSizeF& paper, const QSt
     printed->pages = 0;
     return printed;
   }
-  if (!file.commit()) return Failure{path + u": "_s + file.errorString()};
+  if (!file.CommitWhole()) return Failure{path + u": "_s + QString::fromUtf16(kNotWritten)};
   SyncFolder(GetParentFolderName(path));
   return printed;
 }

@@ -4,9 +4,11 @@
 #include <QDir>
 
 #include "tests/app/zqm_process.h"
+#include "tests/support/noise.h"
 #include "tests/support/print_text.h"
 #include "tests/support/sample_photo.h"
 #include "tests/support/scratch.h"
+#include "tests/support/small_disk.h"
 
 using namespace Qt::StringLiterals;
 
@@ -83,6 +85,22 @@ TEST_F(PrintCommand, WhatCantBePrintedLeavesTheFile) {
   EXPECT_EQ(Print({u"--template"_s, a4, u"--pdf"_s, pdf_, u"--paper"_s, u"297x204.8mm"_s, photo_})
                 .exitCode,
             0);
+}
+
+TEST_F(PrintCommand, AFullDiskLeavesTheOldFile) {
+  const QString folder = scratch_.Path("disk");
+  ASSERT_TRUE(QDir().mkpath(folder));
+  const test::SmallDisk disk(folder);
+  if (!disk.IsMounted()) GTEST_SKIP() << "no file system can be mounted here";
+  const QByteArray before = "%PDF-1.4 as it was";
+  scratch_.Write("disk/out.pdf", before);
+  const QString noise = scratch_.Path("noise.png");
+  ASSERT_TRUE(test::Noise({1500, 1000}, QImage::Format_RGB32).save(noise));
+  const test::Ran ran =
+      Print({u"--template"_s, u"Full page A4"_s, u"--pdf"_s, scratch_.Path("disk/out.pdf"), noise});
+  EXPECT_EQ(ran.exitCode, 1) << ran.err.toStdString();
+  EXPECT_EQ(test::Scratch::Read(scratch_.Path("disk/out.pdf")), before);
+  EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList(u"out.pdf"_s));
 }
 
 }  // namespace

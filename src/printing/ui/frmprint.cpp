@@ -33,7 +33,7 @@ namespace zqm {
 namespace {
 
 constexpr QSize kSize{980, 720};
-constexpr int kTemplatesWidth = 240;
+constexpr int kTemplatesWidth = 280;
 constexpr QSize kIcon{48, 64};
 constexpr int kMostCopies = 999;  // that the arrows reach
 
@@ -48,13 +48,21 @@ bool AskForPrinter(QPrinter& printer, QWidget* parent) {
   return dialog.exec() == QDialog::Accepted;
 }
 
+/// Also when it is selected: boxes have colours of their own.
+QIcon AsItIs(const QImage& image) {
+  const QPixmap pixmap = QPixmap::fromImage(image);
+  QIcon icon(pixmap);
+  icon.addPixmap(pixmap, QIcon::Selected);
+  return icon;
+}
+
 /// A sheet with its boxes, small; the empty icon for a template that can't be loaded.
 QIcon SmallPicture(const QString& folder, const QString& name, double deviceScale) {
   const auto layout = LoadTemplate(folder, name);
   QImage icon((QSizeF(kIcon) * deviceScale).toSize(), QImage::Format_ARGB32_Premultiplied);
   icon.setDevicePixelRatio(deviceScale);
   icon.fill(Qt::transparent);
-  if (!layout) return QPixmap::fromImage(icon);
+  if (!layout) return AsItIs(icon);
   const QImage sheet = SheetPicture(*layout, PreviewDpi(layout->sheet) / 3);
   QRectF place({}, QSizeF(sheet.size()).scaled(kIcon, Qt::KeepAspectRatio));
   place.moveCenter(QRectF({}, kIcon).center());
@@ -63,7 +71,7 @@ QIcon SmallPicture(const QString& folder, const QString& name, double deviceScal
   painter.drawImage(place, sheet.scaled((place.size() * deviceScale).toSize(),
                                         Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
   painter.end();
-  return QPixmap::fromImage(icon);
+  return AsItIs(icon);
 }
 
 }  // namespace
@@ -124,8 +132,10 @@ void frmprint::ComposeTemplates(QBoxLayout* column) {
   templates_->setAccessibleName(tr("Printing templates"));
   templates_->setIconSize(kIcon);
   templates_->setFixedWidth(kTemplatesWidth);
-  connect(templates_, &QListWidget::currentRowChanged, this,
-          [this](int) { Guarded("frmprint", "List1_Click", [this] { List1_Click(); }); });
+  templates_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  // Not the current row, which a list has as soon as it gets the focus.
+  connect(templates_, &QListWidget::itemSelectionChanged, this,
+          [this] { Guarded("frmprint", "List1_Click", [this] { List1_Click(); }); });
   connect(templates_, &QListWidget::itemActivated, this,
           [this] { Guarded("frmprint", "Command6_Click", [this] { Command6_Click(); }); });
   column->addWidget(templates_, 1);
@@ -159,10 +169,12 @@ QToolButton* frmprint::AddTurner(QBoxLayout* row, const QString& caption, const 
 void frmprint::ComposePages(QBoxLayout* column) {
   auto* head = new QHBoxLayout;
   look::SetSpace(head, 0, look::kSpace8);
-  head->addWidget(look::Heading(tr("%n photo(s)", nullptr, static_cast<int>(photos_.size()))));
+  head->addWidget(
+      look::Heading(photos_.size() == 1 ? tr("1 photo") : tr("%1 photos").arg(photos_.size())));
   head->addStretch(1);
   paper_ = look::Hint(QString());
   paper_->setObjectName(u"Label2"_s);
+  paper_->setWordWrap(false);
   head->addWidget(paper_);
   column->addLayout(head);
   view_ = new PictureView;
@@ -225,16 +237,17 @@ void frmprint::ComposeFoot(QBoxLayout* column) {
 void frmprint::FillTemplates() {
   const QSignalBlocker quiet(templates_);
   templates_->clear();
-  for (const QString& name : TemplatesName(folder_))
-    templates_->addItem(
-        new QListWidgetItem(SmallPicture(folder_, name, devicePixelRatioF()), name));
-  templates_->setCurrentRow(-1);
+  for (const QString& name : TemplatesName(folder_)) {
+    auto* item = new QListWidgetItem(SmallPicture(folder_, name, devicePixelRatioF()), name);
+    item->setToolTip(name);
+    templates_->addItem(item);
+  }
   ResetEverything();
 }
 
 QString frmprint::SelectedName() const {
-  const QListWidgetItem* item = templates_->currentItem();
-  return item == nullptr ? QString() : item->text();
+  const auto selected = templates_->selectedItems();
+  return selected.isEmpty() ? QString() : selected.first()->text();
 }
 
 void frmprint::ResetEverything() {
@@ -293,8 +306,8 @@ void frmprint::Command4_Click() {
 
 // The printer and its paper.
 
-QSizeF frmprint::PageInches() const {
-  return printer_->pageLayout().fullRect(QPageLayout::Inch).size();
+QSizeF frmprint::PageMillimetres() const {
+  return printer_->pageLayout().fullRect(QPageLayout::Millimeter).size();
 }
 
 Orientation frmprint::PrinterOrientation() const {
@@ -303,7 +316,8 @@ Orientation frmprint::PrinterOrientation() const {
 }
 
 bool frmprint::PageFits() {
-  const Outcome fits = CheckPage(layout_->sheet, PageInches(), PrinterOrientation());
+  const Outcome fits =
+      CheckPage(layout_->sheet, PageMillimetres() / kMillimetresPerInch, PrinterOrientation());
   if (!fits) MsgBox(fits.Reason(), MessageKind::Warning);
   return static_cast<bool>(fits);
 }
@@ -349,11 +363,13 @@ void frmprint::ImagePreview() {
 void frmprint::ShowSheet(const QImage& sheet) {
   const bool turned = AdjustPreview(layout_->sheet, PrinterOrientation());
   const QImage shown = turned ? Rotated(sheet, 90, false) : sheet;
-  if (!shown.isNull()) view_->ShowImage(shown, shown.size());
+  if (shown.isNull()) return view_->Clear();
+  view_->SetMessage(QString());
+  view_->ShowImage(shown, shown.size());
 }
 
 void frmprint::ShowState() {
-  const QSizeF page = PageInches() * kMillimetresPerInch;
+  const QSizeF page = PageMillimetres();
   paper_->setText(OrientationWord(PrinterOrientation()) + u", "_s +
                   PlainText(Round(page.width(), 2)) + u" x "_s +
                   PlainText(Round(page.height(), 2)) + u" mm"_s);
@@ -417,7 +433,7 @@ Result<PrintResult> frmprint::PrintTo(const PrintJob& job) {
   };
   Result<PrintResult> printed =
       printer_->outputFormat() == QPrinter::PdfFormat
-          ? PrintPdf(job, PageInches() * kMillimetresPerInch, printer_->outputFileName(), observer)
+          ? PrintPdf(job, PageMillimetres(), printer_->outputFileName(), observer)
           : PrintPages(job, *printer_, observer);
   if (printed) printed->failures.label = u"The following images could not be printed:"_s;
   return printed;

@@ -59,7 +59,7 @@ class frmprint : public QDialog {
   void PrintTemplate(int copies);
   Result<PrintResult> PrintTo(const PrintJob& job);
 
-  QSizeF PageInches() const;
+  QSizeF PageMillimetres() const;
   Orientation PrinterOrientation() const;
   /// Whether the page is large enough for the template; tells when it isn't.
   bool PageFits();
