@@ -325,6 +325,10 @@ bool frmprint::PageFits() {
 void frmprint::Command2_Click() {
   if (!printerDialog_(*printer_, this)) return;
   printer_->setFullPage(true);
+  // Copies are this window's: the dialog's would multiply them.
+  printer_->setCopyCount(1);
+  pdfPath_ =
+      printer_->outputFormat() == QPrinter::PdfFormat ? printer_->outputFileName() : QString();
   if (pages_ > 0 && !PageFits()) {
     // Nothing that doesn't fit can be printed.
     List1_Click();
@@ -407,12 +411,12 @@ void frmprint::Command12_Click() {
 }
 
 void frmprint::PrintTemplate(int copies) {
-  // Without a printer the pages go into a file, whose name may not be known yet.
+  // A file is named for each time, so that none is printed over another.
   const bool toFile = printer_->outputFormat() == QPrinter::PdfFormat;
-  if (toFile && printer_->outputFileName().isEmpty())
-    printer_->setOutputFileName(Pick(
-        {PickRequest::What::SaveFile, tr("Print to File"), u"print.pdf"_s, {u"PDF (*.pdf)"_s}}));
-  if (toFile && printer_->outputFileName().isEmpty()) return;
+  if (toFile && pdfPath_.isEmpty())
+    pdfPath_ = Pick(
+        {PickRequest::What::SaveFile, tr("Print to File"), u"print.pdf"_s, {u"PDF (*.pdf)"_s}});
+  if (toFile && pdfPath_.isEmpty()) return;
   SetRunning(true);
   progress_->Begin(QString::fromUtf16(print_text::kPreparing));
   const auto printed = PrintTo({*layout_, photos_, copies, load_});
@@ -433,7 +437,7 @@ Result<PrintResult> frmprint::PrintTo(const PrintJob& job) {
   };
   Result<PrintResult> printed =
       printer_->outputFormat() == QPrinter::PdfFormat
-          ? PrintPdf(job, PageMillimetres(), printer_->outputFileName(), observer)
+          ? PrintPdf(job, PageMillimetres(), std::exchange(pdfPath_, QString()), observer)
           : PrintPages(job, *printer_, observer);
   if (printed) printed->failures.label = u"The following images could not be printed:"_s;
   return printed;

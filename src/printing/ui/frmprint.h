@@ -75,6 +75,7 @@ class frmprint : public QDialog {
   QString folder_;
   PrinterDialog printerDialog_;
   std::unique_ptr<QPrinter> printer_;
+  QString pdfPath_;                           // for the next print into a file; "" asks
   std::optional<zqm::PrintTemplate> layout_;  // the one that is selected
   std::vector<QRectF> boxes_;
   int pages_ = 0;  // none before a template is applied

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPrinter>
+#include <QTimer>
 #include <QToolButton>
 
 #include "imaging/ui/picture_view.h"
@@ -10,6 +11,7 @@
 #include "printing/standard_templates.h"
 #include "printing/ui/frmprint.h"
 #include "shell/messages.h"
+#include "shell/ui/frmerror.h"
 #include "tests/support/print_text.h"
 #include "tests/support/sample_photo.h"
 #include "tests/support/scratch.h"
@@ -56,6 +58,15 @@ class PrintWindow : public ::testing::Test {
   void Select(const QString& name) {
     auto* list = window_->findChild<QListWidget*>(u"List1"_s);
     list->setCurrentItem(list->findItems(name, Qt::MatchExactly).value(0));
+  }
+  /// Waits for the list of failures; paints meanwhile.
+  void CloseFailures(bool& listed) {
+    if (auto* list = window_->findChild<frmerror*>()) {
+      listed = true;
+      list->accept();
+    } else {
+      QTimer::singleShot(10, window_.get(), [this, &listed] { CloseFailures(listed); });
+    }
   }
   QString Caption() { return window_->findChild<QLabel*>(u"Label3"_s)->text(); }
   QString Told() { return told_.isEmpty() ? QString() : told_.takeLast(); }
@@ -129,6 +140,23 @@ TEST_F(PrintWindow, PrintsWhatIsAskedFor) {
   EXPECT_EQ(Told(), u"You have successfully printed your pictures.");
   EXPECT_EQ(test::Scratch::Read(pdf_).count("/Type /Page\n"), 6);
   EXPECT_EQ(Caption(), u"Page 1 of 3");
+  // The next one asks for another file; called off, nothing is written.
+  ASSERT_TRUE(QFile::remove(pdf_));
+  pdf_.clear();
+  Click("Command12");
+  EXPECT_TRUE(told_.isEmpty());
+  EXPECT_EQ(out_.Names(), QStringList(u"photo.jpg"_s));
+}
+
+TEST_F(PrintWindow, PhotosThatHaveGoneLeaveTheFile) {
+  Select(u"2 photos A4"_s);
+  Click("Command6");
+  ASSERT_TRUE(QFile::remove(photo_));
+  bool listed = false;
+  QTimer::singleShot(0, window_.get(), [&] { CloseFailures(listed); });
+  Click("Command12");
+  EXPECT_TRUE(listed);
+  EXPECT_FALSE(QFile::exists(pdf_));
 }
 
 TEST_F(PrintWindow, TemplatesThatGoAreNoLongerListed) {
