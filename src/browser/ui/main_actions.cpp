@@ -56,7 +56,7 @@ constexpr Row kRows[] = {
      u"Put the selected photos on the pages of a template and print them",
      kNeedsSelection | kSeparatorBefore},
     {Command::Rename, u"&File", u"&Rename Images…", u"F2", "edit-rename", "mnurename",
-     u"Give the selected photos new names", kNeedsSelection},
+     u"Give the selected photos new names", kNeedsSelection | kSeparatorBefore},
     {Command::Delete, u"&File", u"&Delete Photos…", u"Del", "edit-delete", "mnudelete",
      u"Delete the selected photos, or take them out of the catalogue",
      kNeedsSelection | kSeparatorBefore},

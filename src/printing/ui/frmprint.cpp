@@ -34,6 +34,7 @@ namespace {
 
 constexpr QSize kSize{980, 720};
 constexpr int kTemplatesWidth = 280;
+constexpr int kTurnerWidth = 40;
 constexpr QSize kIcon{48, 64};
 constexpr int kMostCopies = 999;  // that the arrows reach
 
@@ -146,16 +147,16 @@ void frmprint::ComposeTemplates(QBoxLayout* column) {
   column->addLayout(buttons);
 }
 
-QToolButton* frmprint::AddTurner(QBoxLayout* row, const QString& caption, const char* name,
+QPushButton* frmprint::AddTurner(QBoxLayout* row, const QString& caption, const char* name,
                                  const QString& toolTip, int to) {
-  auto* button = new QToolButton;
+  auto* button = new QPushButton(caption);
   button->setObjectName(QString::fromLatin1(name));
-  button->setText(caption);
+  button->setAutoDefault(false);
+  button->setFixedWidth(kTurnerWidth);
   button->setToolTip(toolTip);
   button->setAccessibleName(toolTip);
-  button->setMinimumSize(look::kControlHeight, look::kControlHeight);
   constexpr int kOnePage = 1;
-  connect(button, &QToolButton::clicked, this, [this, name, to] {
+  connect(button, &QPushButton::clicked, this, [this, name, to] {
     Guarded("frmprint", name, [this, to] {
       const int last = pages_ - 1;
       ShowPage(std::abs(to) == kOnePage ? std::clamp(page_ + to, 0, last) : to < 0 ? 0 : last);
@@ -384,9 +385,9 @@ void frmprint::ShowState() {
   apply_->setToolTip(selected ? QString() : none);
   remove_->setToolTip(remove_->isEnabled() ? QString() : none);
   pageCaption_->setText(pages_ > 0 ? PageCaption(page_, pages_) : QString());
-  for (QToolButton* button : back_)
+  for (QPushButton* button : back_)
     button->setEnabled(page_ > 0);
-  for (QToolButton* button : forward_)
+  for (QPushButton* button : forward_)
     button->setEnabled(page_ + 1 < pages_);
 }
 

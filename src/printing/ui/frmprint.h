@@ -15,7 +15,6 @@ class QLineEdit;
 class QListWidget;
 class QPrinter;
 class QPushButton;
-class QToolButton;
 
 namespace zqm {
 
@@ -46,7 +45,7 @@ class frmprint : public QDialog {
   void ComposeFoot(QBoxLayout* column);
   QPushButton* AddButton(QBoxLayout* row, const QString& caption, const char* name,
                          void (frmprint::*clicked)());
-  QToolButton* AddTurner(QBoxLayout* row, const QString& caption, const char* name,
+  QPushButton* AddTurner(QBoxLayout* row, const QString& caption, const char* name,
                          const QString& toolTip, int to);
   void FillTemplates();
   QString SelectedName() const;
@@ -92,7 +91,7 @@ class frmprint : public QDialog {
   QPushButton* apply_ = nullptr;
   QPushButton* remove_ = nullptr;
   QPushButton* print_ = nullptr;
-  std::vector<QToolButton*> back_, forward_;
+  std::vector<QPushButton*> back_, forward_;
 };
 
 }  // namespace zqm
