@@ -203,6 +203,7 @@ void frmedit::ConnectPicture() {
   connect(image1_, &ImageX::OnFinishWork, this, [this] {
     image1_->ClearAllRedo();
     UpdateStatusBar();
+    TellLostUndo();
   });
   connect(image1_, &ImageX::OnProgress, this, [this](int percent) {
     panels_[5]->setText(percent < 100 ? u"%1%"_s.arg(percent) : u"Ready"_s);
@@ -364,6 +365,15 @@ void frmedit::UpdateStatusBar() {
   panels_[5]->setText(u"Ready"_s);
   panels_[6]->setText(u"File Type: "_s + image1_->GetIOProperty(u"FILETYPESTR"));
   UpdateEnabled();
+}
+
+/// Once, when the way back to the beginning is cut.
+void frmedit::TellLostUndo() {
+  const int lost = image1_->History().Lost();
+  if (lost > 0 && lostUndo_ == 0)
+    MsgBox(u"Undo cannot go back to the beginning any more: "_s + image1_->History().LostReason(),
+           MessageKind::Warning);
+  lostUndo_ = lost;
 }
 
 void frmedit::ShowZoom() {

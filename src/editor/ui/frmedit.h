@@ -84,6 +84,7 @@ class frmedit : public QMainWindow {
   void Tell(const Outcome& outcome);
 
   void UpdateStatusBar();
+  void TellLostUndo();
   void ShowZoom();
   void ShowPosition(const QPointF& pixel);
   void UpdateEnabled();
@@ -105,6 +106,7 @@ class frmedit : public QMainWindow {
   QString tool_;
   EditedFile file_;
   bool modified_ = false;
+  int lostUndo_ = 0;
 };
 
 }  // namespace zqm

@@ -141,7 +141,7 @@ TEST_F(PhotoEditor, OpensAPhotoAndTellsOfIt) {
 }
 
 TEST_F(PhotoEditor, ALineIsTurnedLevelOrUpright) {
-  for (const double degrees : {-80.0, -50.0, -40.0, -12.5, 3.0, 30.0, 44.0, 46.0, 75.0, 170.0}) {
+  for (const double degrees : {-80.0, -40.0, 3.0, 46.0, 170.0}) {
     // A dark line in the picture, which the user draws over.
     const double angle = degrees * std::numbers::pi / 180;
     const QPointF middle(200, 200);
