@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The road of a thumbnail, and its last two steps alone.
+// The road of a thumbnail, its last two steps alone, and what the editor does to whole pictures;
+// of those the ones named Peer are the image library's own call for the same work.
 #include <benchmark/benchmark.h>
 
+#include <opencv2/imgproc.hpp>
+
+#include "imaging/cv_view.h"
 #include "imaging/raster.h"
 #include "imaging/resample.h"
 #include "imaging/rotate.h"
+#include "imaging/selection.h"
 #include "imaging/thumbnail.h"
 #include "imaging/tonal.h"
+#include "imaging/undo_stack.h"
 
 namespace zqm {
 namespace {
@@ -87,6 +93,95 @@ void EncodeThumbnail(benchmark::State& state) {
     benchmark::DoNotOptimize(EncodeJpeg(picture, 80));
 }
 BENCHMARK(EncodeThumbnail)->Unit(benchmark::kMicrosecond);
+
+// A photo of 24 megapixels in the editor, beside the library's own calls.
+
+const QImage& Photo() {
+  static const QImage photo = Drawn({6000, 4000});
+  return photo;
+}
+
+/// The same work with ours and the peer's result thrown away.
+void EditorBench(benchmark::State& state, const std::function<QImage(const QImage&)>& work) {
+  const QImage& photo = Photo();
+  for (auto _ : state)
+    benchmark::DoNotOptimize(work(photo));
+}
+void PeerBench(benchmark::State& state, const std::function<void(const cv::Mat&, cv::Mat&)>& work) {
+  const cv::Mat photo = CvView(Photo());
+  for (auto _ : state) {
+    cv::Mat out;
+    work(photo, out);
+    benchmark::DoNotOptimize(out.data);
+  }
+}
+
+const int kRegistered = [] {
+  const auto pair = [](const char* name, std::function<QImage(const QImage&)> ours,
+                       std::function<void(const cv::Mat&, cv::Mat&)> peer) {
+    const auto add = [](const std::string& full, auto work) {
+      benchmark::RegisterBenchmark(full.c_str(), std::move(work))
+          ->MeasureProcessCPUTime()
+          ->UseRealTime()
+          ->Unit(benchmark::kMillisecond);
+    };
+    add(std::string("Editor/") + name,
+        [ours](benchmark::State& state) { EditorBench(state, ours); });
+    add(std::string("Peer/") + name, [peer](benchmark::State& state) { PeerBench(state, peer); });
+  };
+  pair(
+      "Rotate7", [](const QImage& photo) { return Rotated(photo, 7, true); },
+      [](const cv::Mat& photo, cv::Mat& out) {
+        const cv::Mat turn = cv::getRotationMatrix2D({3000, 2000}, 7, 1);
+        cv::warpAffine(photo, out, turn, {6443, 4702}, cv::INTER_CUBIC);
+      });
+  pair(
+      "Rotate90", [](const QImage& photo) { return Rotated(photo, 90, true); },
+      [](const cv::Mat& photo, cv::Mat& out) {
+        cv::rotate(photo, out, cv::ROTATE_90_COUNTERCLOCKWISE);
+      });
+  pair(
+      "FlipSideways", [](const QImage& photo) { return Flipped(photo, FlipDirection::Horizontal); },
+      [](const cv::Mat& photo, cv::Mat& out) { cv::flip(photo, out, 1); });
+  pair(
+      "HalveByArea",
+      [](const QImage& photo) {
+        return Resample(photo, {2400, 1600}, ResampleFilter::Triangle);
+      },
+      [](const cv::Mat& photo, cv::Mat& out) {
+        cv::resize(photo, out, {2400, 1600}, 0, 0, cv::INTER_AREA);
+      });
+  pair(
+      "Wand",
+      [](const QImage& photo) {
+        return Selection::MagicWand(photo, {3000, 2000}, 99).IsEmpty() ? QImage() : photo;
+      },
+      [](const cv::Mat& photo, cv::Mat& out) {
+        // The library fills three samples of a pixel.
+        cv::cvtColor(photo, out, cv::COLOR_BGRA2BGR);
+        cv::Mat mask = cv::Mat::zeros(photo.rows + 2, photo.cols + 2, CV_8UC1);
+        cv::floodFill(out, mask, {3000, 2000}, {}, nullptr, cv::Scalar::all(252),
+                      cv::Scalar::all(252),
+                      4 | cv::FLOODFILL_MASK_ONLY | cv::FLOODFILL_FIXED_RANGE);
+      });
+  return 0;
+}();
+
+/// A step that changes the whole picture, packed and brought back.
+void UndoPushAndBack(benchmark::State& state) {
+  UndoStack stack;
+  stack.SetLimit(2);
+  QImage photo = Photo();
+  const auto parameters = std::make_shared<const FileParameters>();
+  for (auto _ : state) {
+    photo.invertPixels();
+    stack.Push(UndoStack::List::Undo, {photo, parameters, false});
+    stack.WaitForPacking();
+    benchmark::DoNotOptimize(
+        stack.At(UndoStack::List::Undo, stack.Count(UndoStack::List::Undo) - 1));
+  }
+}
+BENCHMARK(UndoPushAndBack)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace zqm

@@ -10,6 +10,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QSettings>
 #include <QSlider>
@@ -37,6 +38,7 @@
 #include "cataloguing/ui/frmconnect.h"
 #include "editor/ui/frmbright.h"
 #include "editor/ui/frmcolorcast.h"
+#include "editor/ui/frmedit.h"
 #include "editor/ui/frmsaturation.h"
 #include "editor/ui/frmsharpen.h"
 #include "imaging/ui/before_after.h"
@@ -276,8 +278,49 @@ class Studio {
     Show(bright, u"frmbright"_s);
   }
 
+  void PhotoEditor() {
+    frmedit editor(session_, nullptr);
+    editor.resize(size_);
+    const QStringList names = QDir(photos_).entryList({u"*.jpg"_s}, QDir::Files);
+    if (!editor.OpenPhoto(photos_ + u'/' + names.value(5))) return;
+    Show(editor, u"frmedit"_s);
+    auto* image = editor.findChild<ImageX*>(u"ImageX1"_s);
+    const QPointF size(image->ImageWidth(), image->ImageHeight());
+    const auto drag = [&](QPointF from, QPointF to) {
+      const auto send = [&](QEvent::Type type, QPointF share, Qt::MouseButtons buttons) {
+        const QPointF at = image->FromBitmap({share.x() * size.x(), share.y() * size.y()});
+        QMouseEvent event(type, at, image->viewport()->mapToGlobal(at), Qt::LeftButton, buttons,
+                          {});
+        QCoreApplication::sendEvent(image->viewport(), &event);
+      };
+      send(QEvent::MouseButtonPress, from, Qt::LeftButton);
+      send(QEvent::MouseMove, (from + to) / 2, Qt::LeftButton);
+      send(QEvent::MouseMove, to, Qt::LeftButton);
+      send(QEvent::MouseButtonRelease, to, {});
+    };
+    Trigger(editor, u"mnu_level");
+    drag({0.1, 0.6}, {0.9, 0.66});
+    Take(editor, u"frmedit-level"_s);
+    Trigger(editor, u"mnu_crop");
+    drag({0.2, 0.2}, {0.7, 0.8});
+    Take(editor, u"frmedit-crop"_s);
+    Trigger(editor, u"mnu_resize_img");
+    Take(editor, u"frmedit-resize"_s);
+    Trigger(editor, u"mnu_red_eye");
+    drag({0.4, 0.4}, {0.6, 0.6});
+    Take(editor, u"frmedit-redeye"_s);
+    Trigger(editor, u"mnu_watermark");
+    Take(editor, u"frmedit-watermark"_s);
+    Trigger(editor, u"mnu_magic_settings");
+    drag({0.5, 0.1}, {0.5, 0.1});
+    Take(editor, u"frmedit-wand"_s);
+    editor.findChild<QAbstractButton*>(u"Label10"_s)->click();
+    Take(editor, u"frmedit-save"_s);
+    Trigger(editor, u"mnu_original");
+    Take(editor, u"frmedit-original"_s);
+  }
+
   void Dialogs() {
-    ChangeDialogs();
     frmstart start;
     Show(start, u"frmstart"_s);
     frmintro intro;
@@ -350,9 +393,8 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   UseSystemLocale();
   QCommandLineParser parser;
-  for (const char16_t* name : {u"home", u"photos", u"out", u"suffix", u"width", u"height"})
+  for (const char16_t* name : {u"home", u"photos", u"out", u"suffix", u"width", u"height", u"only"})
     parser.addOption({QString::fromUtf16(name), QString(), u"VALUE"_s});
-  parser.addOption({u"main-only"_s, QString()});
   parser.process(application);
   const SessionFolders folders = ResolveSessionFolders(AbsolutePath(parser.value(u"home"_s)));
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folders.AppDataPath);
@@ -365,7 +407,13 @@ int main(int argc, char** argv) {
   Studio studio(session, AbsolutePath(parser.value(u"photos"_s)), parser.value(u"out"_s),
                 parser.value(u"suffix"_s),
                 {parser.value(u"width"_s).toInt(), parser.value(u"height"_s).toInt()});
-  studio.MainWindow();
-  if (!parser.isSet(u"main-only"_s)) studio.Dialogs();
+  const std::pair<const char16_t*, void (Studio::*)()> scenes[] = {
+      {u"main", &Studio::MainWindow},
+      {u"editor", &Studio::PhotoEditor},
+      {u"changes", &Studio::ChangeDialogs},
+      {u"dialogs", &Studio::Dialogs}};
+  const QString only = parser.value(u"only"_s);
+  for (const auto& [name, draw] : scenes)
+    if (only.isEmpty() || only == QStringView(name)) (studio.*draw)();
   return studio.Failed() ? 1 : 0;
 }

@@ -287,6 +287,11 @@ Outcome EditedPicture::MergeObjects() {
   return {};
 }
 
+void EditedPicture::Select(const Selection& selection) {
+  const bool fits = Image().isNull() || Image().rect().contains(selection.Bounds());
+  selection_ = fits ? selection : Selection();
+}
+
 void EditedPicture::SelectByMagicWand(const QPoint& seed, int tolerance) {
   Selection selection;
   Run([&, picture = Image()] { selection = Selection::MagicWand(picture, seed, tolerance); });

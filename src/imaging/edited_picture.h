@@ -104,7 +104,8 @@ class EditedPicture {
 
   const Selection& Selected() const { return selection_; }
   bool HasSelection() const { return !selection_.IsEmpty(); }
-  void Select(const Selection& selection) { selection_ = selection; }
+  /// One that was made for a larger picture selects nothing.
+  void Select(const Selection& selection);
   /// On the runner, as the area may be large.
   void SelectByMagicWand(const QPoint& seed, int tolerance);
   void Deselect() { selection_ = Selection(); }

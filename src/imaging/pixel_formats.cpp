@@ -51,11 +51,8 @@ void ClampToAlpha(QImage& weighed) {
 /// The toolkit's own way keeps eight bits only.
 template <class Change>
 QImage MapDeep(const QImage& picture, QImage::Format format, const Change& change) {
-  QImage out(picture.size(), format);
-  if (out.isNull()) return {};
-  out.setDotsPerMeterX(picture.dotsPerMeterX());
-  out.setDotsPerMeterY(picture.dotsPerMeterY());
-  out.setColorSpace(picture.colorSpace());
+  QImage out = BlankLike(picture);
+  if (out.isNull() || !out.reinterpretAsFormat(format)) return {};
   uchar* bits = out.bits();
   const qsizetype stride = out.bytesPerLine();
   ForRowBlocks(out.height(), std::int64_t{out.width()} * 8, [&](int begin, int end) {
@@ -103,6 +100,15 @@ QImage TakeSamples(const QImage& picture, QImage::Format format, const Take& tak
 
 QImage InWorkFormat(const QImage& picture) {
   return picture.convertToFormat(WorkFormat(picture));
+}
+
+QImage BlankLike(const QImage& picture) {
+  QImage blank(picture.size(), picture.format());
+  if (blank.isNull()) return {};
+  blank.setDotsPerMeterX(picture.dotsPerMeterX());
+  blank.setDotsPerMeterY(picture.dotsPerMeterY());
+  blank.setColorSpace(picture.colorSpace());
+  return blank;
 }
 
 QImage Weighed(const QImage& picture) {

@@ -14,6 +14,10 @@ QImage InWorkFormat(const QImage& picture);
 QImage Weighed(const QImage& picture);
 QImage Unweighed(QImage weighed);
 
+/// A picture to be filled: of the same size, format, resolution and colour space. Null when there
+/// is no memory.
+QImage BlankLike(const QImage& picture);
+
 /// Gray of a work format whose colours are equal samples already, at its depth.
 QImage GrayOfEqualSamples(const QImage& picture);
 

@@ -2,6 +2,7 @@
 #include "imaging/rotate.h"
 
 #include <QTransform>
+#include <atomic>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -10,6 +11,7 @@
 #include "imaging/codec.h"
 #include "imaging/cv_view.h"
 #include "imaging/pixel_formats.h"
+#include "imaging/row_blocks.h"
 
 namespace zqm {
 namespace {
@@ -39,20 +41,36 @@ Canvas CanvasFor(const QSize& picture, double degrees) {
            -sine, cosine, (size.height() - 1) / 2.0 + sine * x - cosine * y}};
 }
 
+/// Turns in bands, whose height never depends on the threads: rounding begins anew with each.
 QImage Warped(const QImage& in, const Canvas& canvas, bool antialias) {
+  constexpr int kBand = 64;
   QImage out(canvas.size, in.format());
-  if (out.isNull()) return {};
-  const double white = IsDeep(in) ? 65535 : 255;
-  try {
-    const cv::Mat from = CvView(in);
-    cv::Mat to = CvView(out);
-    cv::warpAffine(from, to, canvas.toCanvas, to.size(),
-                   antialias ? cv::INTER_CUBIC : cv::INTER_NEAREST, cv::BORDER_CONSTANT,
-                   in.hasAlphaChannel() ? cv::Scalar::all(0) : cv::Scalar::all(white));
-  } catch (const cv::Exception&) {
-    return {};  // out of memory
-  }
-  return out;
+  if (out.isNull() || !out.bits()) return {};
+  const cv::Mat from = CvView(in);
+  cv::Mat to = CvView(out);
+  cv::Matx23d toPicture;
+  cv::invertAffineTransform(canvas.toCanvas, toPicture);
+  const int kind = (antialias ? cv::INTER_CUBIC : cv::INTER_NEAREST) | cv::WARP_INVERSE_MAP;
+  const auto around = cv::Scalar::all(in.hasAlphaChannel() ? 0 : IsDeep(in) ? 65535 : 255);
+  std::atomic<bool> failed = false;
+  const auto warp = [&](int band) {
+    const int top = band * kBand;
+    cv::Mat rows = to.rowRange(top, std::min(top + kBand, to.rows));
+    cv::Matx23d shifted = toPicture;
+    shifted(0, 2) += shifted(0, 1) * top;
+    shifted(1, 2) += shifted(1, 1) * top;
+    try {
+      cv::warpAffine(from, rows, shifted, rows.size(), kind, cv::BORDER_CONSTANT, around);
+    } catch (const cv::Exception&) {
+      failed = true;  // out of memory
+    }
+  };
+  const int bands = (to.rows + kBand - 1) / kBand;
+  ForRowBlocks(bands, std::int64_t{to.cols} * kBand * 16, [&](int begin, int end) {
+    for (int band = begin; band < end; ++band)
+      warp(band);
+  });
+  return failed ? QImage() : out;
 }
 
 }  // namespace

@@ -215,6 +215,13 @@ TEST(EditedPicture, CropsAndCopiesTheSelectionsBox) {
   EXPECT_EQ(edited->Image(), image);
 }
 
+TEST(EditedPicture, ASelectionOfALargerPictureSelectsNothing) {
+  const auto edited = Editing(Noise({50, 40}, QImage::Format_RGB32));
+  edited->Select(Selection::Rectangle({10, 10, 60, 20}, {100, 100}));
+  EXPECT_FALSE(edited->HasSelection());
+  EXPECT_EQ(edited->SelectedImage(), edited->Image());
+}
+
 TEST(EditedPicture, ResamplesByAspectAndIntoAnother) {
   const auto edited = Editing(Noise({300, 200}, QImage::Format_RGB32));
   EditedPicture small;

@@ -20,10 +20,9 @@ EditStep::EditStep(const char* frame, const QString& title, const QString& hint,
   body_ = new QVBoxLayout;
   look::SetSpace(body_, 0, look::kSpace8);
   column->addLayout(body_);
-  buttons_ = new QVBoxLayout;
+  buttons_ = new QHBoxLayout;
   look::SetSpace(buttons_, 0, look::kSpace8);
   column->addLayout(buttons_);
-  column->addStretch(1);
 }
 
 QGridLayout* EditStep::AddGrid() {

@@ -7,6 +7,7 @@
 #include "shell/error.h"
 
 class QGridLayout;
+class QHBoxLayout;
 class QPushButton;
 class QVBoxLayout;
 
@@ -45,7 +46,7 @@ class EditStep : public QWidget {
  private:
   ImageX& picture_;
   QVBoxLayout* body_;
-  QVBoxLayout* buttons_;
+  QHBoxLayout* buttons_;
 };
 
 void AddField(QGridLayout* grid, const QString& caption, QWidget* field, QWidget* unit = nullptr);

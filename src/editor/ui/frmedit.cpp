@@ -8,7 +8,6 @@
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
-#include <QToolButton>
 
 #include "editor/edit_text.h"
 #include "editor/ui/crop_step.h"
@@ -56,8 +55,8 @@ constexpr StepCaption kSteps[] = {
     {kSaveStep, u"10. Save", "Label10"},
 };
 
-QToolButton* CaptionButton(const char16_t* text, const char* name) {
-  QToolButton* button = look::StepButton(QString::fromUtf16(text));
+QPushButton* CaptionButton(const char16_t* text, const char* name) {
+  QPushButton* button = look::StepButton(QString::fromUtf16(text));
   button->setObjectName(QString::fromLatin1(name));
   return button;
 }
@@ -72,7 +71,7 @@ frmedit::frmedit(Session& session, BrowserView* view, QWidget* parent)
       image1_(new ImageX),
       image2_(new ImageX),
       pages_(new QStackedWidget),
-      frames_(new QStackedWidget),
+      noStep_(look::Hint(tr("Choose a step above, or a tool over the picture."))),
       tools_(new ToolStrip) {
   setObjectName(u"frmedit"_s);
   setWindowTitle(u"Zolmira QM - Photo Editor"_s);
@@ -113,16 +112,20 @@ QWidget* frmedit::ComposeSteps() {
   auto* column = new QVBoxLayout(panel);
   look::SetSpace(column, look::kSpace12, look::kSpace4);
   for (const StepCaption& step : kSteps) {
-    QToolButton* caption = CaptionButton(step.text, step.name);
+    QPushButton* caption = CaptionButton(step.text, step.name);
     caption->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    connect(caption, &QToolButton::clicked, this, [this, &step] {
+    connect(caption, &QPushButton::clicked, this, [this, &step] {
       const QByteArray handler = QByteArray(step.name) + "_Click";
       Guarded("frmedit", handler.constData(), [this, &step] { OpenStep(step.command); });
     });
     column->addWidget(caption);
     captions_[step.command] = caption;
   }
-  frames_->addWidget(look::Hint(tr("Choose a step above, or a tool over the picture.")));
+  auto* frames = new QWidget;
+  frames->setObjectName(u"panel"_s);
+  auto* place = new QVBoxLayout(frames);
+  look::SetSpace(place, 0, 0);
+  place->addWidget(noStep_);
   steps_ = {{EditCommand::Level, new LevelStep(*image1_)},
             {EditCommand::Crop, new CropStep(*image1_)},
             {EditCommand::Resize, resize_ = new ResizeStep(*image1_)},
@@ -135,11 +138,13 @@ QWidget* frmedit::ComposeSteps() {
   connect(save, &SaveStep::SaveWanted, this, [this] { Command16_Click(); });
   connect(save, &SaveStep::SaveAsWanted, this, [this] { Command17_Click(); });
   for (const auto& [command, step] : steps_) {
-    frames_->addWidget(step);
+    place->addWidget(step);
+    step->hide();
     connect(step, &EditStep::ToolWanted, this, &frmedit::SetTool);
   }
+  place->addStretch(1);
   auto* scroll = new QScrollArea;
-  scroll->setWidget(frames_);
+  scroll->setWidget(frames);
   scroll->setWidgetResizable(true);
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   column->addSpacing(look::kSpace16);
@@ -170,8 +175,8 @@ QWidget* frmedit::ComposeCentre() {
   pages_->addWidget(image1_);
   pages_->addWidget(image2_);
   column->addWidget(pages_, 1);
-  connect(originalCaption_, &QToolButton::clicked, this, [this] { ShowPage(Page::Original); });
-  connect(editingCaption_, &QToolButton::clicked, this, [this] { ShowPage(Page::Editing); });
+  connect(originalCaption_, &QPushButton::clicked, this, [this] { ShowPage(Page::Original); });
+  connect(editingCaption_, &QPushButton::clicked, this, [this] { ShowPage(Page::Editing); });
   connect(tools_, &ToolStrip::ToolClicked, this, [this](int index) {
     Guarded("frmedit", "imgtool_Click", [this, index] { imgtool_Click(index); });
   });
@@ -199,8 +204,9 @@ void frmedit::ConnectPicture() {
     image1_->ClearAllRedo();
     UpdateStatusBar();
   });
-  connect(image1_, &ImageX::OnProgress, this,
-          [this](int percent) { panels_[5]->setText(u"%1%"_s.arg(percent)); });
+  connect(image1_, &ImageX::OnProgress, this, [this](int percent) {
+    panels_[5]->setText(percent < 100 ? u"%1%"_s.arg(percent) : u"Ready"_s);
+  });
   connect(image1_, &ImageX::OnSelectionChange, this, &frmedit::UpdateEnabled);
   for (ImageX* image : {image1_, image2_}) {
     connect(image, &ImageX::OnViewChange, this, &frmedit::ShowZoom);
@@ -238,6 +244,7 @@ void frmedit::PrepareToShow() {
     image->LockUpdate(false);
   Image13_Click();
   UpdateStatusBar();
+  image1_->setFocus();
 }
 
 // Files.

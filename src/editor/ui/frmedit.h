@@ -11,8 +11,9 @@
 #include "session/session.h"
 
 class QLabel;
+class QPushButton;
+class QVBoxLayout;
 class QStackedWidget;
-class QToolButton;
 
 namespace zqm {
 
@@ -91,9 +92,10 @@ class frmedit : public QMainWindow {
   BrowserView* view_;
   EditActions* actions_;
   ImageX *image1_, *image2_;  // what is edited, and the original
-  QStackedWidget *pages_, *frames_;
-  QToolButton *originalCaption_, *editingCaption_;
-  std::map<EditCommand, QToolButton*> captions_;  // of the steps
+  QStackedWidget* pages_;
+  QWidget* noStep_;  // in the place of a panel
+  QPushButton *originalCaption_, *editingCaption_;
+  std::map<EditCommand, QPushButton*> captions_;  // of the steps
   std::map<EditCommand, EditStep*> steps_;        // those with a panel
   ResizeStep* resize_;
   WatermarkStep* watermark_;

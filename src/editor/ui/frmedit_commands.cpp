@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the editor's menus, steps and tools do to the picture.
 #include <QStackedWidget>
-#include <QToolButton>
 
 #include "editor/edit_text.h"
 #include "editor/ui/edit_step.h"
@@ -136,13 +135,13 @@ void frmedit::Run(EditCommand command) {
 
 /// The step's panel if it has one, its caption lit; a command that is no step shows none.
 void frmedit::ShowStep(EditCommand command) {
+  // Not to whatever comes after a field that is hidden now.
+  image1_->setFocus();
   for (const auto& [step, caption] : captions_)
     caption->setChecked(step == command);
-  const auto panel = steps_.find(command);
-  if (panel == steps_.end())
-    frames_->setCurrentIndex(0);
-  else
-    frames_->setCurrentWidget(panel->second);
+  for (const auto& [step, panel] : steps_)
+    panel->setVisible(step == command);
+  noStep_->setVisible(!steps_.contains(command));
 }
 
 void frmedit::OpenStep(EditCommand command) {

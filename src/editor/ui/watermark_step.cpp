@@ -66,6 +66,7 @@ void WatermarkStep::ComposeText() {
   QGridLayout* grid = AddGrid();
   text_ = new QLineEdit;
   text_->setObjectName(u"Text6"_s);
+  look::MakeCompact(text_);
   constexpr int kMostText = 250;
   text_->setMaxLength(kMostText);
   size_ = new NumberEdit(TypedNumber::Digits, "Text7");

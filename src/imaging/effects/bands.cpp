@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/effects/bands.h"
 
-#include <QColorSpace>
+#include <QThread>
 #include <atomic>
 
 #include "imaging/cv_view.h"
@@ -11,12 +11,14 @@ namespace zqm {
 namespace {
 
 /// Rows that stay in the processor's cache from one step of a filter to the next, and that are
-/// still many more than the halo, which is filtered twice.
+/// still many more than the halo, which is filtered twice, as long as there is a band for each
+/// thread.
 int BandRows(const QImage& picture, int halo) {
-  constexpr qsizetype kCached = 512 * 1024;
-  constexpr int kHalos = 4;
-  const qsizetype rows = kCached / std::max<qsizetype>(1, picture.bytesPerLine());
-  return std::max({1, static_cast<int>(rows), kHalos * halo});
+  constexpr qsizetype kCached = 1024 * 1024;
+  constexpr int kHalos = 24, kFewestBands = 4;
+  const auto rows = static_cast<int>(kCached / std::max<qsizetype>(1, picture.bytesPerLine()));
+  const int bands = std::max(kFewestBands, QThread::idealThreadCount());
+  return std::max({1, rows, std::min(kHalos * halo, picture.height() / bands + 1)});
 }
 
 void KeepAlpha(const cv::Mat& before, cv::Mat& after) {
@@ -28,11 +30,8 @@ void KeepAlpha(const cv::Mat& before, cv::Mat& after) {
 }  // namespace
 
 QImage FilterInBands(const QImage& in, int halo, const BandFilter& filter) {
-  QImage out(in.size(), in.format());
+  QImage out = BlankLike(in);
   if (out.isNull()) return {};
-  out.setDotsPerMeterX(in.dotsPerMeterX());
-  out.setDotsPerMeterY(in.dotsPerMeterY());
-  out.setColorSpace(in.colorSpace());
   const cv::Mat from = CvView(in);
   const cv::Mat to = CvView(out);
   const int bandRows = BandRows(in, halo);
@@ -49,10 +48,12 @@ QImage FilterInBands(const QImage& in, int halo, const BandFilter& filter) {
     if (!IsGray(in)) KeepAlpha(from.rowRange(begin, end), target);
   };
   std::atomic<bool> failed = false;
-  ForRowBlocks(from.rows, std::int64_t{from.cols} * 16, [&](int begin, int end) {
+  const int bands = (from.rows + bandRows - 1) / bandRows;
+  const std::int64_t bandCost = std::int64_t{from.cols} * bandRows * 16;
+  ForRowBlocks(bands, bandCost, [&](int begin, int end) {
     try {
-      for (int row = begin; row < end && !failed; row += bandRows)
-        filterBand(row, std::min(end, row + bandRows));
+      for (int band = begin; band < end && !failed; ++band)
+        filterBand(band * bandRows, std::min(from.rows, (band + 1) * bandRows));
     } catch (const cv::Exception&) {
       failed = true;  // out of memory
     } catch (const std::bad_alloc&) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <opencv2/imgproc.hpp>
 
+#include "imaging/cv_view.h"
 #include "imaging/effects/bands.h"
 #include "imaging/pixel_formats.h"
 
@@ -27,6 +28,25 @@ std::array<int, kPasses> BoxWidths(double deviation) {
   return widths;
 }
 
+/// By the bell curve itself, which the library spreads over the cores.
+QImage BellBlur(const QImage& in, double deviation) {
+  const int reach = static_cast<int>(std::ceil(3 * deviation));
+  const auto blur = [&](const cv::Mat& from, cv::Mat& to) {
+    cv::GaussianBlur(from, to, {2 * reach + 1, 2 * reach + 1}, deviation, deviation,
+                     cv::BORDER_REPLICATE);
+  };
+  if (in.hasAlphaChannel()) return FilterColours(in, reach, blur);
+  QImage out = BlankLike(in);
+  if (out.isNull()) return {};
+  try {
+    cv::Mat to = CvView(out);
+    blur(CvView(std::as_const(in)), to);
+  } catch (const cv::Exception&) {
+    return {};  // out of memory
+  }
+  return out;
+}
+
 }  // namespace
 
 QImage Blur(const QImage& picture, double radius, double scale) {
@@ -34,13 +54,7 @@ QImage Blur(const QImage& picture, double radius, double scale) {
   constexpr double kBoxesFrom = 4;  // from here three boxes look the same and cost less
   const double deviation = std::clamp(radius, 0.0, kMostBlur) * scale / 2;
   if (!(deviation > kLeast)) return InWorkFormat(picture);
-  if (deviation < kBoxesFrom) {
-    const int reach = static_cast<int>(std::ceil(3 * deviation));
-    return FilterColours(picture, reach, [&](const cv::Mat& rows, cv::Mat& filtered) {
-      cv::GaussianBlur(rows, filtered, {2 * reach + 1, 2 * reach + 1}, deviation, deviation,
-                       cv::BORDER_REPLICATE);
-    });
-  }
+  if (deviation < kBoxesFrom) return BellBlur(InWorkFormat(picture), deviation);
   const auto widths = BoxWidths(deviation);
   int reach = 0;
   for (const int width : widths)

@@ -28,56 +28,60 @@ struct Tables {
   const std::vector<Sample>& blue;
 };
 
-void MapRow(QRgb* row, int width, const Tables<std::uint8_t>& tables) {
+void MapRow(const QRgb* from, QRgb* to, int width, const Tables<std::uint8_t>& tables) {
+  const std::uint8_t* red = tables.red.data();
+  const std::uint8_t* green = tables.green.data();
+  const std::uint8_t* blue = tables.blue.data();
   for (int x = 0; x < width; ++x) {
-    const QRgb pixel = row[x];
-    row[x] = (pixel & 0xff000000) | QRgb{tables.red[pixel >> 16 & 255]} << 16 |
-             QRgb{tables.green[pixel >> 8 & 255]} << 8 | tables.blue[pixel & 255];
+    const QRgb pixel = from[x];
+    to[x] = (pixel & 0xff000000) | QRgb{red[pixel >> 16 & 255]} << 16 |
+            QRgb{green[pixel >> 8 & 255]} << 8 | blue[pixel & 255];
   }
 }
 
-void MapRow(QRgba64* row, int width, const Tables<std::uint16_t>& tables) {
+void MapRow(const QRgba64* from, QRgba64* to, int width, const Tables<std::uint16_t>& tables) {
   for (int x = 0; x < width; ++x) {
-    row[x] = QRgba64::fromRgba64(tables.red[row[x].red()], tables.green[row[x].green()],
-                                 tables.blue[row[x].blue()], row[x].alpha());
+    to[x] = QRgba64::fromRgba64(tables.red[from[x].red()], tables.green[from[x].green()],
+                                tables.blue[from[x].blue()], from[x].alpha());
   }
 }
 
 template <class Sample>
-void MapRow(Sample* row, int width, const Tables<Sample>& tables) {
+void MapRow(const Sample* from, Sample* to, int width, const Tables<Sample>& tables) {
   for (int x = 0; x < width; ++x)
-    row[x] = tables.red[row[x]];
+    to[x] = tables.red[from[x]];
 }
 
 template <class Sample, class Pixel>
-QImage Mapped(QImage picture, const Curve& red, const Curve& green, const Curve& blue) {
-  uchar* bits = picture.bits();
-  if (!bits) return {};
+QImage Mapped(const QImage& picture, const Curve& red, const Curve& green, const Curve& blue) {
+  QImage out = BlankLike(picture);
+  if (out.isNull()) return {};
   const std::vector<Sample> reds = TableOf<Sample>(red);
   const bool gray = IsGray(picture);
   const std::vector<Sample> greens = gray ? std::vector<Sample>() : TableOf<Sample>(green);
   const std::vector<Sample> blues = gray ? std::vector<Sample>() : TableOf<Sample>(blue);
   const Tables<Sample> tables{reds, greens, blues};
-  const qsizetype stride = picture.bytesPerLine();
-  const int width = picture.width();
-  ForRowBlocks(picture.height(), std::int64_t{width} * 4, [&](int begin, int end) {
-    for (int y = begin; y < end; ++y)
-      MapRow(reinterpret_cast<Pixel*>(bits + y * stride), width, tables);
+  uchar* bits = out.bits();
+  const qsizetype stride = out.bytesPerLine();
+  ForRowBlocks(picture.height(), std::int64_t{picture.width()} * 4, [&](int begin, int end) {
+    for (int y = begin; y < end; ++y) {
+      MapRow(reinterpret_cast<const Pixel*>(picture.constScanLine(y)),
+             reinterpret_cast<Pixel*>(bits + y * stride), picture.width(), tables);
+    }
   });
-  return picture;
+  return out;
 }
 
 }  // namespace
 
-QImage WithCurves(QImage picture, const Curve& red, const Curve& green, const Curve& blue) {
+QImage WithCurves(const QImage& picture, const Curve& red, const Curve& green, const Curve& blue) {
   if (picture.isNull()) return {};
   if (IsGray(picture)) {
-    return IsDeep(picture)
-               ? Mapped<std::uint16_t, std::uint16_t>(std::move(picture), red, green, blue)
-               : Mapped<std::uint8_t, std::uint8_t>(std::move(picture), red, green, blue);
+    return IsDeep(picture) ? Mapped<std::uint16_t, std::uint16_t>(picture, red, green, blue)
+                           : Mapped<std::uint8_t, std::uint8_t>(picture, red, green, blue);
   }
-  return IsDeep(picture) ? Mapped<std::uint16_t, QRgba64>(std::move(picture), red, green, blue)
-                         : Mapped<std::uint8_t, QRgb>(std::move(picture), red, green, blue);
+  return IsDeep(picture) ? Mapped<std::uint16_t, QRgba64>(picture, red, green, blue)
+                         : Mapped<std::uint8_t, QRgb>(picture, red, green, blue);
 }
 
 }  // namespace zqm

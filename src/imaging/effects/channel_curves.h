@@ -11,6 +11,6 @@ using Curve = std::function<float(float)>;
 
 /// A curve for each channel of a picture in a work format; gray pictures take the first. Alpha
 /// stays. On the free threads; samples go through a table, whatever the curve costs.
-QImage WithCurves(QImage picture, const Curve& red, const Curve& green, const Curve& blue);
+QImage WithCurves(const QImage& picture, const Curve& red, const Curve& green, const Curve& blue);
 
 }  // namespace zqm

@@ -50,7 +50,7 @@ QImage BalanceColours(const QImage& picture, const ColourBalance& balance) {
   if (IsGray(in))
     in = in.convertToFormat(IsDeep(in) ? QImage::Format_RGBX64 : QImage::Format_RGB32);
   const auto times = [](float gain) { return [gain](float sample) { return sample * gain; }; };
-  return WithCurves(std::move(in), times(gains.red), times(gains.green), times(gains.blue));
+  return WithCurves(in, times(gains.red), times(gains.green), times(gains.blue));
 }
 
 QImage TemperatureTint(const QImage& picture, double temperature, double tint) {

@@ -17,6 +17,7 @@ struct Likeness {
   int reach;        // steps to each side
   int step;         // pixels
   float tolerance;  // 0 to 1
+  bool sparse;      // every other place only, as on a chessboard
 
   int Halo() const { return reach * step + 1; }
 };
@@ -51,6 +52,7 @@ template <class Add>
 void ForPlaces(const Likeness& likeness, const Add& add) {
   for (int dy = -likeness.reach; dy <= likeness.reach; ++dy) {
     for (int dx = -likeness.reach; dx <= likeness.reach; ++dx) {
+      if (likeness.sparse && (dx + dy) % 2 != 0) continue;
       const double away = (dx * dx + dy * dy) / (2.0 * likeness.reach * likeness.reach);
       add(dy * likeness.step, dx * likeness.step, static_cast<float>(std::exp(-away)));
     }
@@ -160,18 +162,21 @@ struct Order {
 
 template <class Sample>
 Planes PlanesOf(const cv::Mat& rows, const Order& order) {
-  constexpr float kMost = std::numeric_limits<Sample>::max();
+  constexpr float kStep = 1.0F / std::numeric_limits<Sample>::max();
   Planes planes{cv::Mat1f(rows.size()), cv::Mat1f(rows.size()), cv::Mat1f(rows.size())};
   for (int y = 0; y < rows.rows; ++y) {
     const auto* pixel = rows.ptr<Sample>(y);
+    float* const lumas = planes.luma[y];
+    float* const blues = planes.blue[y];
+    float* const reds = planes.red[y];
     for (int x = 0; x < rows.cols; ++x, pixel += 4) {
-      const float red = static_cast<float>(pixel[order.red]) / kMost;
-      const float green = static_cast<float>(pixel[1]) / kMost;
-      const float blue = static_cast<float>(pixel[order.blue]) / kMost;
+      const float red = static_cast<float>(pixel[order.red]) * kStep;
+      const float green = static_cast<float>(pixel[1]) * kStep;
+      const float blue = static_cast<float>(pixel[order.blue]) * kStep;
       const float luma = 0.299F * red + 0.587F * green + 0.114F * blue;
-      planes.luma(y, x) = luma;
-      planes.blue(y, x) = blue - luma;
-      planes.red(y, x) = red - luma;
+      lumas[x] = luma;
+      blues[x] = blue - luma;
+      reds[x] = red - luma;
     }
   }
   return planes;
@@ -189,10 +194,13 @@ void AddChanges(const cv::Mat& rows, const Planes& before, const Planes& after, 
       const float sample = static_cast<float>(from[channel]) + change * kMost + 0.5F;
       to[channel] = static_cast<Sample>(std::clamp(sample, 0.0F, kMost));
     };
+    const float *lumaBefore = before.luma[y], *lumaAfter = after.luma[y];
+    const float *blueBefore = before.blue[y], *blueAfter = after.blue[y];
+    const float *redBefore = before.red[y], *redAfter = after.red[y];
     for (int x = 0; x < rows.cols; ++x, from += 4, to += 4) {
-      const float luma = after.luma(y, x) - before.luma(y, x);
-      const float blue = after.blue(y, x) - before.blue(y, x);
-      const float red = after.red(y, x) - before.red(y, x);
+      const float luma = lumaAfter[x] - lumaBefore[x];
+      const float blue = blueAfter[x] - blueBefore[x];
+      const float red = redAfter[x] - redBefore[x];
       put(order.red, luma + red);
       put(1, luma - (0.299F * red + 0.114F * blue) / 0.587F);
       put(order.blue, luma + blue);
@@ -227,14 +235,15 @@ void ReduceInGray(const cv::Mat& rows, cv::Mat& filtered, const Likeness& grain)
 }
 
 /// What is averaged on the way to a smaller picture is noise already gone: less is left to do.
-std::optional<Likeness> LikenessOf(double strength, double scale, int reach, int step) {
+std::optional<Likeness> LikenessOf(double strength, double scale, int reach, int step,
+                                   bool sparse) {
   constexpr float kMostTolerance = 0.2F;
   const double share = std::clamp(strength, 0.0, 100.0) / 100 * std::clamp(scale, 0.0, 1.0);
   if (!(share > 0)) return std::nullopt;
   const auto shrunk = [&](int pixels) {
     return std::max(1, static_cast<int>(std::lround(pixels * scale)));
   };
-  return Likeness{shrunk(reach), shrunk(step), static_cast<float>(share) * kMostTolerance};
+  return Likeness{shrunk(reach), shrunk(step), static_cast<float>(share) * kMostTolerance, sparse};
 }
 
 }  // namespace
@@ -242,7 +251,8 @@ std::optional<Likeness> LikenessOf(double strength, double scale, int reach, int
 QImage ReduceNoise(const QImage& picture, double grain, double colour, double scale) {
   const QImage in = InWorkFormat(picture);
   if (in.isNull()) return {};
-  const Strengths strengths{LikenessOf(grain, scale, 2, 1), LikenessOf(colour, scale, 2, 3)};
+  const Strengths strengths{LikenessOf(grain, scale, 2, 1, false),
+                            LikenessOf(colour, scale, 2, 3, true)};
   int halo = 0;
   for (const auto& likeness : {strengths.grain, strengths.colour}) {
     if (likeness) halo = std::max(halo, likeness->Halo() + 1);

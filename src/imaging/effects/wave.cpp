@@ -13,6 +13,7 @@ namespace {
 /// Where the mirror image of [0, count) beyond its ends takes a place from.
 double Mirrored(double at, int count) {
   const double last = count - 1;
+  if (at >= 0 && at <= last) return at;
   if (last <= 0) return 0;
   const double turned = std::fmod(std::abs(at), 2 * last);
   return turned > last ? 2 * last - turned : turned;

@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <algorithm>
 
 #include "imaging/object_painter.h"
 #include "imaging/progress.h"
@@ -233,7 +234,7 @@ void ImageX::UpdateOutline() {
   if (!std::exchange(outlineStale_, false)) return;
   const QRectF visible(ToBitmap(QPointF(0, 0)),
                        ToBitmap(QPointF(viewport()->width(), viewport()->height())));
-  outline_ = ToView().map(Selected().Outline(visible, Scale()));
+  outline_ = InView(Selected().Outline(visible, Scale()));
   outlineRegion_ = RegionOfAnts(outline_, viewport()->rect());
 }
 
@@ -369,6 +370,21 @@ QTransform ImageX::ToView() const {
   return QTransform(scale, 0, 0, scale, origin.x(), origin.y());
 }
 
+/// A line of the picture in the viewport. The one along a picture's last pixels would lie just
+/// outside where the picture fills the view.
+QPainterPath ImageX::InView(const QPainterPath& line) const {
+  QPainterPath path = ToView().map(line);
+  const auto inside = [](double at, int room) {
+    return at <= room ? std::min(at, room - 1.0) : at;
+  };
+  for (int i = 0; i < path.elementCount(); ++i) {
+    const QPainterPath::Element at = path.elementAt(i);
+    path.setElementPositionAt(i, inside(at.x, viewport()->width()),
+                              inside(at.y, viewport()->height()));
+  }
+  return path;
+}
+
 void ImageX::PaintOver(QPainter& painter, const QRegion&) {
   if (!HasImage()) return;
   const QTransform toView = ToView();
@@ -386,7 +402,7 @@ void ImageX::PaintOver(QPainter& painter, const QRegion&) {
     UpdateOutline();
     PaintAnts(painter, outline_, phase_);
   }
-  if (tool_) PaintAnts(painter, toView.map(tool_->Draft()), phase_);
+  if (tool_) PaintAnts(painter, InView(tool_->Draft()), phase_);
 }
 
 void ImageX::showEvent(QShowEvent* event) {

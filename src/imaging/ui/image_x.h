@@ -243,6 +243,7 @@ class ImageX : public PictureView, private ToolHost {
   void March();
   void UpdateOutline();
   QTransform ToView() const;
+  QPainterPath InView(const QPainterPath& line) const;
   bool ToolWorks() const { return tool_ && HasImage() && !working_; }
   void HandTo(void (MouseTool::*handler)(const ToolEvent&), const QMouseEvent* event);
   ToolEvent EventAt(const QPointF& at, Qt::KeyboardModifiers modifiers) const;

@@ -87,10 +87,12 @@ QToolButton:focus { border: 2px solid @accent; }
 QToolButton[role="icon"]:focus { min-width: 24px; max-width: 24px; min-height: 24px;
   max-height: 24px; }
 
-QToolButton[role="step"] { min-height: 22px; padding: 0 8px; color: @text; text-align: left; }
-QToolButton[role="step"]:checked { background: transparent; border-color: transparent;
-  color: @accent; font-style: italic; }
-QToolButton[role="step"]:focus { border: 2px solid @accent; padding: 0 7px; min-height: 20px; }
+QPushButton[role="step"] { min-height: 22px; max-height: 22px; padding: 0 8px; text-align: left;
+  background: transparent; border-color: transparent; }
+QPushButton[role="step"]:hover { background: @raised; }
+QPushButton[role="step"]:checked { color: @accent; font-style: italic; }
+QPushButton[role="step"]:focus { border: 2px solid @accent; padding: 0 7px; min-height: 20px;
+  max-height: 20px; }
 
 QCheckBox, QRadioButton { spacing: 8px; min-height: 24px; }
 QCheckBox::indicator, QListView::indicator, QTreeView::indicator { width: 14px; height: 14px;
@@ -327,11 +329,9 @@ QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* paren
   return button;
 }
 
-QToolButton* StepButton(const QString& caption, QWidget* parent) {
-  auto* button = WithRole(new QToolButton(parent), "step");
-  button->setText(caption);
+QPushButton* StepButton(const QString& caption, QWidget* parent) {
+  auto* button = WithRole(new QPushButton(caption, parent), "step");
   button->setCheckable(true);
-  button->setToolButtonStyle(Qt::ToolButtonTextOnly);
   button->setFocusPolicy(Qt::TabFocus);
   return button;
 }

@@ -65,7 +65,7 @@ void MakeTwoSided(QWidget* slider);
 /// A button of 28 x 28 with an icon and a tool tip, which is also its name for a screen reader.
 QToolButton* IconButton(const char* icon, const QString& toolTip, QWidget* parent = nullptr);
 /// A caption that is clicked and lit while it holds, as of a step or a view.
-QToolButton* StepButton(const QString& caption, QWidget* parent = nullptr);
+QPushButton* StepButton(const QString& caption, QWidget* parent = nullptr);
 /// The height of a framed list that shows this many rows.
 int ListHeight(int rows);
 /// The same margins on all sides, the same space between.

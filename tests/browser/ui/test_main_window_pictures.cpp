@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "batch/ui/frmformat.h"
+#include "editor/ui/frmedit.h"
 #include "imaging/picture.h"
 #include "imaging/template_files.h"
 #include "imaging/ui/image_x.h"
@@ -91,6 +92,34 @@ TEST_F(PictureMenu, AStampedPhotoKeepsItsRowAndMissingOnesStayAway) {
   EXPECT_NE(test::Scratch::Read(path), before);
   ASSERT_TRUE(Photos().LocateRow(path));
   EXPECT_EQ(*Photos().ReadThumbnail(), thumbnail);
+}
+
+TEST_F(PictureMenu, AnEditedPhotoIsSavedAndShown) {
+  const QString path = AddPhoto(u"1.jpg"_s);
+  CatalogueThem({path});
+  Open();
+  Click(0);
+  auto* viewer = Find<ImageX>(u"ImageX1");
+  ASSERT_TRUE(test::Eventually([&] { return viewer->HasImage(); }));
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &look, [&look] {
+    auto* editor = qobject_cast<frmedit*>(QApplication::activeModalWidget());
+    if (editor == nullptr) return;
+    look.stop();
+    for (const char16_t* command : {u"mnu_rotate_cw", u"mnu_save", u"mnu_exit"})
+      editor->findChild<QAction*>(QString::fromUtf16(command))->trigger();
+  });
+  look.start(10);
+  Trigger(u"mnufile2(1)");
+  EXPECT_EQ(messages_, QStringList{u"Save changes to 1.jpg?"_s});
+  EXPECT_EQ(Stored(path, Column::ImageWidth), u"200"_s);
+  EXPECT_TRUE(test::Eventually([&] { return Text(u"lblstatus").contains(u"200 × 320"_s); }))
+      << Text(u"lblstatus").toStdString();
+
+  ASSERT_TRUE(QFile::remove(path));
+  Trigger(u"mnufile2(1)");
+  EXPECT_EQ(messages_.last(),
+            u"The selected image is either missing or offline and thus cannot be edited."_s);
 }
 
 }  // namespace

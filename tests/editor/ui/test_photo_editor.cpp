@@ -16,6 +16,7 @@
 #include "editor/ui/frmedit.h"
 #include "imaging/ui/image_x.h"
 #include "tests/browser/home_fixture.h"
+#include "tests/support/print_text.h"
 
 using namespace Qt::StringLiterals;
 
@@ -126,7 +127,7 @@ TEST_F(PhotoEditor, OpensAPhotoAndTellsOfIt) {
   EXPECT_EQ(Panel(7), u"File Type: Portable Network Graphics (PNG)"_s);
   Trigger(u"mnu_actual_size");
   EXPECT_EQ(Panel(1), u"Zoom : 100%"_s);
-  QTest::mouseMove(Image().viewport(), At({20.5, 30.5}));
+  QTest::mouseMove(Image().viewport(), At({20.3, 30.3}));
   EXPECT_EQ(Panel(4), u"20,30"_s);
   QTest::mouseMove(Image().viewport(), At({-20, 330}));
   EXPECT_EQ(Panel(4), u"0,300"_s);
@@ -310,13 +311,13 @@ TEST_F(PhotoEditor, StepsShowOnePanelAndLightTheirCaption) {
     Click(caption);
     for (const auto& [other, otherFrame] : steps) {
       EXPECT_EQ(Find<QWidget>(otherFrame)->isVisible(), frame == otherFrame);
-      EXPECT_EQ(Find<QToolButton>(other)->isChecked(), caption == other);
+      EXPECT_EQ(Find<QPushButton>(other)->isChecked(), caption == other);
     }
   }
   Trigger(u"mnu_magic_settings");
   EXPECT_TRUE(Find<QWidget>(u"framagic")->isVisible());
   for (const auto& [caption, frame] : steps)
-    EXPECT_FALSE(Find<QToolButton>(caption)->isChecked());
+    EXPECT_FALSE(Find<QPushButton>(caption)->isChecked());
   Click(u"Label11");
   EXPECT_TRUE(Find<ImageX>(u"ImageX2")->isVisible());
   EXPECT_FALSE(Image().isVisible());

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QDialog>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QWheelEvent>
@@ -7,6 +8,7 @@
 #include "imaging/row_blocks.h"
 #include "imaging/ui/image_x.h"
 #include "imaging/ui/print_image.h"
+#include "shell/messages.h"
 #include "tests/support/noise.h"
 #include "tests/support/print_text.h"
 #include "tests/support/sample_photo.h"
@@ -219,7 +221,6 @@ TEST_F(Control, SelectionsAreDrawnInPicturePixelsAtAnyZoom) {
 TEST_F(Control, TheSelectionsLineMarchesAndNothingElseIsPainted) {
   view_.Select(Selection::Rectangle({50, 50, 200, 150}, {400, 300}));
   const QImage before = view_.viewport()->grab().toImage();
-  QImage line = before;
   int differing = 0;
   ASSERT_TRUE(QTest::qWaitFor([&] { return view_.viewport()->grab().toImage() != before; }, 5000));
   const QImage after = view_.viewport()->grab().toImage();
@@ -235,6 +236,11 @@ TEST_F(Control, TheSelectionsLineMarchesAndNothingElseIsPainted) {
   EXPECT_GT(differing, 50);
   view_.Deselect();
   EXPECT_EQ(view_.viewport()->grab().toImage().pixel(50, 100), Fields().pixel(50, 100));
+  // Around everything it is seen on all four sides.
+  view_.Select(Selection::Rectangle({0, 0, 400, 300}, {400, 300}));
+  const QImage framed = view_.viewport()->grab().toImage();
+  for (const QPoint at : {QPoint(0, 150), QPoint(399, 150), QPoint(200, 0), QPoint(200, 299)})
+    EXPECT_NE(framed.pixel(at), Fields().pixel(at)) << at.x() << ' ' << at.y();
 }
 
 TEST_F(Control, ALineIsPutWithThePropertiesSetForIt) {
@@ -558,6 +564,23 @@ TEST(PrintImage, WritesOnePageOrSaysWhyNot) {
   EXPECT_FALSE(PrintImage(QImage(), printer));
   printer.setOutputFileName(scratch.Path("no folder/page.pdf"));
   EXPECT_FALSE(PrintImage(image, printer));
+}
+
+TEST_F(Control, PrintingCanBeCalledOff) {
+  QString title;
+  QTimer::singleShot(0, &view_, [&title] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_TRUE(dialog);
+    title = dialog->windowTitle();
+    dialog->reject();
+  });
+  const MessageHandler before = SetMessageHandler([](const QString& text, MessageKind, Buttons) {
+    ADD_FAILURE() << text.toStdString();
+    return Answer::Ok;
+  });
+  view_.PrintImageDialog(u"A quick print"_s);
+  SetMessageHandler(before);
+  EXPECT_EQ(title, u"A quick print");
 }
 
 }  // namespace
