@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QListWidget>
-#include <QLocale>
+#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QStackedWidget>
@@ -39,6 +39,19 @@ constexpr char16_t kOpeningCreator[] = u"Initializing watermark template creator
 constexpr char16_t kGenerating[] = u"Generating Preview. Please wait...";
 constexpr char16_t kDelete[] = u"Do you want to delete the selected template?";
 
+/// Shows of the objects what a photo will have of them.
+class PhotoPreview : public ImageX {
+ protected:
+  void PaintOver(QPainter& painter, const QRegion& region) override {
+    painter.save();
+    painter.setClipRect(
+        QRectF(FromBitmap({0, 0}), FromBitmap(QPointF(ImageWidth(), ImageHeight()))),
+        Qt::IntersectClip);
+    ImageX::PaintOver(painter, region);
+    painter.restore();
+  }
+};
+
 }  // namespace
 
 frmwatermarkimages::frmwatermarkimages(Session& session, const QStringList& photos, QWidget* parent)
@@ -47,7 +60,7 @@ frmwatermarkimages::frmwatermarkimages(Session& session, const QStringList& phot
       folder_(session.Folders().WatermarkTemplatesFolder()),
       photos_(photos),
       thumbnailView_(new ImageMultiX),
-      preview_(new ImageX),
+      preview_(new PhotoPreview),
       pages_(new QStackedWidget),
       failuresHeading_(look::Heading(QString())),
       failures_(new FailureTable),
@@ -173,6 +186,10 @@ void frmwatermarkimages::Form_Load() {
   preview_->SetSettings(session_.WorkSettings());
   thumbnails_.SetReadRequest(session_.ReadSettings());
   thumbnails_.AppendImages(photos_);
+  ThumbnailLook plain;
+  plain.frame = look::kPlain;
+  plain.caption = look::kText;
+  thumbnails_.SetLooks(std::vector(static_cast<std::size_t>(photos_.size()), plain));
   status_->setText(QString::fromUtf16(kLoadingTemplates));
   ShowTemplates({});
   status_->clear();

@@ -178,6 +178,7 @@ TextPanel TextLayerPanel::NewText() const {
 
 void TextLayerPanel::LockText() {
   setEnabled(false);
+  text_->moveCursor(QTextCursor::End);
 }
 
 void TextLayerPanel::UnlockText() {
