@@ -16,6 +16,22 @@ float Fraction(float number) {
   return number - static_cast<float>(static_cast<int>(number));
 }
 
+/// The angle of a direction, -pi to pi, true to 1e-5 and several times as fast as the exact one
+/// (M. Abramowitz, I. Stegun, "Handbook of Mathematical Functions", 4.4.49).
+float Angle(float y, float x) {
+  const float flat = std::abs(x);
+  const float steep = std::abs(y);
+  const float most = std::max(flat, steep);
+  if (most == 0) return 0;
+  const float ratio = std::min(flat, steep) / most;
+  const float square = ratio * ratio;
+  const float powers = 0.1801410F + square * (-0.0851330F + square * 0.0208351F);
+  float angle = ratio * (0.9998660F + square * (-0.3302995F + square * powers));
+  if (steep > flat) angle = kPi / 2 - angle;
+  if (x < 0) angle = kPi - angle;
+  return y < 0 ? -angle : angle;
+}
+
 /// A pixel as the origin sees it: the way from there and the place across it, each 0 to 1.
 struct Place {
   float way, across;
@@ -84,7 +100,7 @@ float Curved(const Seen& s) {
 
 /// Clockwise from straight up, 0 to 1.
 float TurnAboutCentre(const Seen& s) {
-  const float turn = std::atan2((s.u - 0.5F) * s.width, (0.5F - s.v) * s.height) / (2 * kPi);
+  const float turn = Angle((s.u - 0.5F) * s.width, (0.5F - s.v) * s.height) / (2 * kPi);
   return turn < 0 ? turn + 1 : turn;
 }
 
@@ -100,7 +116,7 @@ float Fan(const Seen& s) {
   const bool upright = s.wipe.origin == Origin::Left || s.wipe.origin == Origin::Right;
   const float length = upright ? s.width : s.height;
   const float breadth = upright ? s.height : s.width;
-  return std::atan2(s.place.way * length, (0.5F - s.place.across) * breadth) / kPi;
+  return Angle(s.place.way * length, (0.5F - s.place.across) * breadth) / kPi;
 }
 
 float Starburst(const Seen& s) {
