@@ -101,6 +101,18 @@ TEST(Transitions, BeginAndEndExactly) {
   }
 }
 
+TEST(Transitions, NearlyBegunAndNearlyEndedDrawWholePictures) {
+  constexpr double kLittle = 1e-9;
+  const QSize sizes[] = {{1, 1}, {67, 41}, {300, 2}, {33, 97}};
+  for (const QSize& size : sizes) {
+    const Pair pair(size);
+    for (const Transition& t : Transitions().subspan(1)) {
+      EXPECT_EQ(Frame(t, pair.from, pair.to, kLittle), pair.from) << t.entry.data();
+      EXPECT_EQ(Frame(t, pair.from, pair.to, 1 - kLittle), pair.to) << t.entry.data();
+    }
+  }
+}
+
 TEST(Transitions, PaintEveryPixelAtAnySize) {
   const QSize sizes[] = {{1, 1}, {2, 1}, {1, 3}, {67, 41}, {64, 129}, {300, 2}};
   const double moments[] = {1e-9, 0.01, 0.2, 0.37, 0.5, 0.71, 0.97, 1 - 1e-9};

@@ -11,6 +11,13 @@ namespace {
 
 using Pieces = std::vector<Piece>;
 
+/// A share of the way on which a picture of that size leaves its place altogether.
+QPoint WayOf(const QSize& size, Origin o, double share) {
+  const QPoint way = WayOut(o, size);
+  return {static_cast<int>(std::lround(way.x() * share)),
+          static_cast<int>(std::lround(way.y() * share))};
+}
+
 /// The scene that a kind of move draws into.
 struct Scene {
   Origin origin;
@@ -20,11 +27,7 @@ struct Scene {
 
   QRect Whole() const { return {QPoint(), screen}; }
   QPoint Out(double share) const { return Way(origin, share); }
-  QPoint Way(Origin o, double share) const {
-    const QPoint way = WayOut(o, screen);
-    return {static_cast<int>(std::lround(way.x() * share)),
-            static_cast<int>(std::lround(way.y() * share))};
-  }
+  QPoint Way(Origin o, double share) const { return WayOf(screen, o, share); }
 };
 
 Piece At(bool ofNew, const QRect& source, const QPoint& moved = {}) {
@@ -71,9 +74,10 @@ Origin Opposite(Origin o) {
 Pieces SlideIn(const Scene& s) {
   const QRect whole = s.Whole();
   if (s.origin != Origin::Sides) return {Old(whole), New(whole, s.Out(1 - s.progress))};
-  const int half = static_cast<int>(std::lround((1 - s.progress) * whole.width() / 2));
-  return {Old(whole), New(Strip(whole, false, 0, 2), {-half, 0}),
-          New(Strip(whole, false, 1, 2), {half, 0})};
+  const QRect left = Strip(whole, false, 0, 2);
+  const QRect right = Strip(whole, false, 1, 2);
+  return {Old(whole), New(left, WayOf(left.size(), Origin::Left, 1 - s.progress)),
+          New(right, WayOf(right.size(), Origin::Right, 1 - s.progress))};
 }
 
 Pieces SlideOut(const Scene& s) {
@@ -135,7 +139,7 @@ Pieces QuartersMoved(const Scene& s, bool in) {
   Pieces pieces = {in ? Old(s.Whole()) : New(s.Whole())};
   for (const Quarter& q : Quarters(s.Whole())) {
     const double away = in ? 1 - s.progress : s.progress;
-    pieces.push_back(At(in, q.part, s.Way(q.corner, away / 2)));
+    pieces.push_back(At(in, q.part, WayOf(q.part.size(), q.corner, away)));
   }
   return pieces;
 }

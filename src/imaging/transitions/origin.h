@@ -37,9 +37,9 @@ inline int SideDown(Origin o) {
   return o == Origin::Bottom || o == Origin::BottomLeft || o == Origin::BottomRight ? 1 : 0;
 }
 
-/// The way of a picture that goes off the screen over an origin.
-inline QPoint WayOut(Origin o, const QSize& screen) {
-  return {SideAcross(o) * screen.width(), SideDown(o) * screen.height()};
+/// The way on which something of that size leaves its place towards an origin.
+inline QPoint WayOut(Origin o, const QSize& size) {
+  return {SideAcross(o) * size.width(), SideDown(o) * size.height()};
 }
 
 /// The part of `whole` that has grown out of an origin by a share of 0 to 1. Not for Edges and
