@@ -2,6 +2,7 @@
 #include "imaging/transitions/fade.h"
 
 #include <cmath>
+#include <vector>
 
 #include "imaging/transitions/pixel_mix.h"
 

@@ -2,6 +2,7 @@
 #include "imaging/transitions/moves.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "imaging/transitions/wipe_order.h"

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <vector>
 
 #include "imaging/row_blocks.h"
 #include "imaging/transitions/pixel_mix.h"
