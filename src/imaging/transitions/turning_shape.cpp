@@ -36,7 +36,9 @@ void DrawTurningShape(const TurningShape& shape, const QImage& from, const QImag
   QTransform place;
   place.translate(out.width() / 2.0, out.height() / 2.0);
   place.rotate(360 * shape.turns * progress);
-  place.scale(progress, progress);
+  // Slower at first: the last corners are reached late, and the shape is seen for longer.
+  const double grown = progress * (1 + progress) / 2;
+  place.scale(grown, grown);
   QPainter painter(&out);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
