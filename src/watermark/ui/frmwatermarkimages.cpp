@@ -192,7 +192,6 @@ void frmwatermarkimages::Form_Load() {
   thumbnails_.SetLooks(std::vector(static_cast<std::size_t>(photos_.size()), plain));
   status_->setText(QString::fromUtf16(kLoadingTemplates));
   ShowTemplates({});
-  status_->clear();
   UpdateEnabled();
 }
 
@@ -376,6 +375,8 @@ void frmwatermarkimages::UpdateEnabled() {
   create_->setEnabled(surface);
   for (QPushButton* button : {create_, edit_})
     button->setToolTip(surface ? QString() : tr("There is no photo to draw the template on"));
+  if (!locked_)
+    status_->setText(templates_->count() > 0 ? QString() : tr("No templates yet: create one."));
   stamp_->setEnabled(!locked_);
   cancel_->setEnabled(!locked_);
 }
