@@ -160,12 +160,12 @@ QWidget* frmwatermarkcreator::ComposePanel() {
 
 void frmwatermarkcreator::ComposeArranging(QGridLayout* grid) {
   using Window = frmwatermarkcreator;
-  sendBack_ = AddButton(u"Send to Bac&k"_s, "Command7", &Window::Command7_Click);
+  sendBack_ = AddButton(u"Se&nd to Back"_s, "Command7", &Window::Command7_Click);
   bringFront_ = AddButton(u"B&ring to Front"_s, "Command8", &Window::Command8_Click);
   selectAll_ = AddButton(u"Se&lect All"_s, "Command10", &Window::Command10_Click);
   deselectAll_ = AddButton(u"&Deselect All"_s, "Command11", &Window::Command11_Click);
   remove_ = AddButton(u"Remo&ve"_s, "Command4", &Window::Command4_Click);
-  removeAll_ = AddButton(u"Remove All"_s, "Command9", &Window::Command9_Click);
+  removeAll_ = AddButton(u"R&emove All"_s, "Command9", &Window::Command9_Click);
   QPushButton* const buttons[] = {sendBack_,    bringFront_, selectAll_,
                                   deselectAll_, remove_,     removeAll_};
   int place = 0;
