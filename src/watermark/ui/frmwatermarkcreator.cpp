@@ -86,11 +86,16 @@ frmwatermarkcreator::frmwatermarkcreator(QString folder, const PictureSettings& 
   connect(transparency_, &QSlider::valueChanged, this, [this] {
     Guarded("frmwatermarkcreator", "Slider1_Change", [this] { Slider1_Change(); });
   });
-  connect(surface_, &ImageX::OnSelectObject, this, &frmwatermarkcreator::ImageX1_OnSelectObject);
+  connect(surface_, &ImageX::OnSelectObject, this, [this] {
+    Guarded("frmwatermarkcreator", "ImageX1_OnSelectObject", [this] { ImageX1_OnSelectObject(); });
+  });
   // Sizing a text gives it another height.
-  connect(surface_, &ImageX::OnObjectMoved, this, &frmwatermarkcreator::ShowSelection);
+  connect(surface_, &ImageX::OnObjectMoved, this, [this] {
+    Guarded("frmwatermarkcreator", "ImageX1_OnObjectMoved", [this] { ShowSelection(); });
+  });
   connect(surface_, &ImageX::OnKeyPress, this, [this](int key) {
-    if (key == Qt::Key_Delete) Command4_Click();
+    if (key != Qt::Key_Delete) return;
+    Guarded("frmwatermarkcreator", "Command4_Click", [this] { Command4_Click(); });
   });
   surface_->SetSettings(load_);
   surface_->Assign(photo);
@@ -390,12 +395,19 @@ void frmwatermarkcreator::Command6_Click() {
 
 void frmwatermarkcreator::reject() {
   if (working_) return;
-  if (surface_->Objects() != saved_ && !surface_->Objects().IsEmpty() &&
-      MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNo) ==
-          Answer::Yes &&
-      !Save())
-    return;
-  QDialog::reject();
+  bool mayClose = true;
+  Guarded("frmwatermarkcreator", "Form_Unload", [&] { mayClose = SettleChanges(); });
+  if (mayClose) QDialog::reject();
+}
+
+bool frmwatermarkcreator::SettleChanges() {
+  const VectorObjects& objects = surface_->Objects();
+  if (objects.IsEmpty() || objects == saved_) return true;
+  if (MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNo) ==
+      Answer::No)
+    return true;
+  // What can't be saved isn't given up.
+  return Save();
 }
 
 }  // namespace zqm

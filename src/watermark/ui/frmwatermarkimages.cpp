@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
+#include <QSet>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -346,7 +347,9 @@ void frmwatermarkimages::ShowEnd(const FailureList& failures) {
     failed.append(row.File);
   // Another try isn't to stamp the others twice.
   QStringList stamped = photos_;
-  stamped.removeIf([&](const QString& path) { return failed.contains(path); });
+  stamped.removeIf([missed = QSet<QString>(failed.begin(), failed.end())](const QString& path) {
+    return missed.contains(path);
+  });
   photos_ = failed;
   thumbnailView_->BlockSelectionSignals(true);
   thumbnails_.DeleteImages(stamped);
