@@ -86,11 +86,16 @@ frmwatermarkcreator::frmwatermarkcreator(QString folder, const PictureSettings& 
   connect(transparency_, &QSlider::valueChanged, this, [this] {
     Guarded("frmwatermarkcreator", "Slider1_Change", [this] { Slider1_Change(); });
   });
-  connect(surface_, &ImageX::OnSelectObject, this, &frmwatermarkcreator::ImageX1_OnSelectObject);
+  connect(surface_, &ImageX::OnSelectObject, this, [this] {
+    Guarded("frmwatermarkcreator", "ImageX1_OnSelectObject", [this] { ImageX1_OnSelectObject(); });
+  });
   // Sizing a text gives it another height.
-  connect(surface_, &ImageX::OnObjectMoved, this, &frmwatermarkcreator::ShowSelection);
+  connect(surface_, &ImageX::OnObjectMoved, this, [this] {
+    Guarded("frmwatermarkcreator", "ImageX1_OnObjectMoved", [this] { ShowSelection(); });
+  });
   connect(surface_, &ImageX::OnKeyPress, this, [this](int key) {
-    if (key == Qt::Key_Delete) Command4_Click();
+    if (key != Qt::Key_Delete) return;
+    Guarded("frmwatermarkcreator", "Command4_Click", [this] { Command4_Click(); });
   });
   surface_->SetSettings(load_);
   surface_->Assign(photo);
@@ -160,12 +165,12 @@ QWidget* frmwatermarkcreator::ComposePanel() {
 
 void frmwatermarkcreator::ComposeArranging(QGridLayout* grid) {
   using Window = frmwatermarkcreator;
-  sendBack_ = AddButton(u"Send to Bac&k"_s, "Command7", &Window::Command7_Click);
+  sendBack_ = AddButton(u"Se&nd to Back"_s, "Command7", &Window::Command7_Click);
   bringFront_ = AddButton(u"B&ring to Front"_s, "Command8", &Window::Command8_Click);
   selectAll_ = AddButton(u"Se&lect All"_s, "Command10", &Window::Command10_Click);
   deselectAll_ = AddButton(u"&Deselect All"_s, "Command11", &Window::Command11_Click);
   remove_ = AddButton(u"Remo&ve"_s, "Command4", &Window::Command4_Click);
-  removeAll_ = AddButton(u"Remove All"_s, "Command9", &Window::Command9_Click);
+  removeAll_ = AddButton(u"R&emove All"_s, "Command9", &Window::Command9_Click);
   QPushButton* const buttons[] = {sendBack_,    bringFront_, selectAll_,
                                   deselectAll_, remove_,     removeAll_};
   int place = 0;
@@ -390,12 +395,19 @@ void frmwatermarkcreator::Command6_Click() {
 
 void frmwatermarkcreator::reject() {
   if (working_) return;
-  if (surface_->Objects() != saved_ && !surface_->Objects().IsEmpty() &&
-      MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNo) ==
-          Answer::Yes &&
-      !Save())
-    return;
-  QDialog::reject();
+  bool mayClose = true;
+  Guarded("frmwatermarkcreator", "Form_Unload", [&] { mayClose = SettleChanges(); });
+  if (mayClose) QDialog::reject();
+}
+
+bool frmwatermarkcreator::SettleChanges() {
+  const VectorObjects& objects = surface_->Objects();
+  if (objects.IsEmpty() || objects == saved_) return true;
+  if (MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNo) ==
+      Answer::No)
+    return true;
+  // What can't be saved isn't given up.
+  return Save();
 }
 
 }  // namespace zqm

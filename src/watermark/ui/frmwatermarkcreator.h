@@ -63,6 +63,8 @@ class frmwatermarkcreator : public QDialog {
   bool Save();
   bool SaveAs();
   bool HasLayers();
+  /// Whether the window may close: asks when something isn't saved.
+  bool SettleChanges();
   void ShowSelection();
   void ShowTransparency(int transparency);
   void SetWorking(bool working, const QString& text = {});

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
+#include <QSet>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -192,7 +193,6 @@ void frmwatermarkimages::Form_Load() {
   thumbnails_.SetLooks(std::vector(static_cast<std::size_t>(photos_.size()), plain));
   status_->setText(QString::fromUtf16(kLoadingTemplates));
   ShowTemplates({});
-  status_->clear();
   UpdateEnabled();
 }
 
@@ -347,7 +347,9 @@ void frmwatermarkimages::ShowEnd(const FailureList& failures) {
     failed.append(row.File);
   // Another try isn't to stamp the others twice.
   QStringList stamped = photos_;
-  stamped.removeIf([&](const QString& path) { return failed.contains(path); });
+  stamped.removeIf([missed = QSet<QString>(failed.begin(), failed.end())](const QString& path) {
+    return missed.contains(path);
+  });
   photos_ = failed;
   thumbnailView_->BlockSelectionSignals(true);
   thumbnails_.DeleteImages(stamped);
@@ -376,6 +378,8 @@ void frmwatermarkimages::UpdateEnabled() {
   create_->setEnabled(surface);
   for (QPushButton* button : {create_, edit_})
     button->setToolTip(surface ? QString() : tr("There is no photo to draw the template on"));
+  if (!locked_)
+    status_->setText(templates_->count() > 0 ? QString() : tr("No templates yet: create one."));
   stamp_->setEnabled(!locked_);
   cancel_->setEnabled(!locked_);
 }

@@ -335,6 +335,21 @@ TEST_F(TemplateCreator, WhatCantBeReadOrWrittenIsSaid) {
   EXPECT_FALSE(Find<QPushButton>(u"Command5")->isEnabled());
 }
 
+TEST_F(TemplateCreator, NoLetterLeadsToTwoPlaces) {
+  QString letters;
+  const auto take = [&](const QString& text) {
+    const qsizetype at = text.indexOf(u'&');
+    if (at < 0) return;
+    EXPECT_FALSE(letters.contains(text.at(at + 1).toUpper())) << text.toStdString();
+    letters.append(text.at(at + 1).toUpper());
+  };
+  for (const auto* label : window_->findChildren<QLabel*>())
+    take(label->text());
+  for (const auto* button : window_->findChildren<QAbstractButton*>())
+    take(button->text());
+  EXPECT_GT(letters.size(), 15);
+}
+
 TEST_F(TemplateCreator, ClosingAsksForWhatIsNotSaved) {
   window_->close();
   EXPECT_TRUE(messages_.isEmpty());
