@@ -9,6 +9,7 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/core_database.h"
 #include "imaging/template_files.h"
+#include "printing/standard_templates.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +32,16 @@ bool MakeWatermarks(const QString& folder) {
   });
 }
 
+bool MakePrintTemplates(const QString& folder) {
+  for (const zqm::StandardTemplate& standard : zqm::StandardTemplates()) {
+    const zqm::Outcome made = zqm::SaveTemplate(folder, standard.name, standard.layout);
+    if (made) continue;
+    std::fprintf(stderr, "%s: %s\n", qPrintable(standard.name), qPrintable(made.Reason()));
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -46,6 +57,7 @@ int main(int argc, char** argv) {
                     QDir().mkpath(folder + u"/watermark_templates"_s) &&
                     MakeWatermarks(folder + u"/watermark_templates"_s) &&
                     Make(folder + u"/Zolmira QM.mdb"_s, zqm::CreateCatalogueFile) &&
+                    MakePrintTemplates(folder + u"/printing_templates"_s) &&
                     Make(folder + u"/CORE.mdb"_s, zqm::CreateCoreFile);
   return made ? 0 : 1;
 }

@@ -48,6 +48,7 @@
 #include "imaging/ui/previews_dialog.h"
 #include "metadata/exif_editor.h"
 #include "metadata/iptc_editor.h"
+#include "printing/ui/frmprint.h"
 #include "search/ui/check_list.h"
 #include "search/ui/frmaddcategory.h"
 #include "search/ui/search_panel.h"
@@ -220,6 +221,13 @@ class Studio {
     Q_EMIT pdf.findChild<FolderTree*>(u"FolderTreeview1"_s)->FolderClick(photos_);
     pdf.findChild<QAbstractButton*>(u"Option4"_s)->setChecked(true);
     Show(pdf, u"frmpdf"_s);
+    frmprint print(place.photos, load, session_.Folders().PrintingTemplatesFolder());
+    Show(print, u"frmprint-begin"_s);
+    auto* templates = print.findChild<QListWidget*>(u"List1"_s);
+    templates->setCurrentItem(templates->findItems(u"4 photos A4"_s, Qt::MatchExactly).value(0));
+    Show(print, u"frmprint-template"_s);
+    print.findChild<QAbstractButton*>(u"Command6"_s)->click();
+    Show(print, u"frmprint"_s);
   }
 
   /// In the middle of what a button starts.

@@ -46,6 +46,7 @@ struct Arguments {
   std::optional<std::string> setNotes, setAuthor, setDate, setRating, setCategories, setTags,
       setFlag;
 
+  std::string layout, copies = "1", paper = "A4";
   std::string format, turn, dpi = "72", filter = "Fast linear";
   std::optional<std::string> toFolder, width, height;
   int sharpen = 0;
@@ -491,6 +492,33 @@ void DeclarePdf(CLI::App& app, Arguments& a, Command& chosen) {
   });
 }
 
+void DeclarePrint(CLI::App& app, Arguments& a, Command& chosen) {
+  auto* print = app.add_subcommand("print", "Put photos on the pages of a template, as a PDF file");
+  print->add_option("--template", a.layout, "A printing template's name")
+      ->type_name("NAME")
+      ->required()
+      ->check(kNotEmpty);
+  print->add_option("--pdf", a.out, "The file to write; a PDF file that stands there is replaced")
+      ->type_name("OUT")
+      ->required()
+      ->check(kNotEmpty);
+  print->add_option("--copies", a.copies, "Number of times to print each page")
+      ->type_name("N")
+      ->capture_default_str();
+  print
+      ->add_option("--paper", a.paper,
+                   "A4, Letter or a size such as 200x250mm; it is turned as the template lies")
+      ->type_name("PAPER")
+      ->capture_default_str();
+  AddPaths(*print, "FILE", a.files, "Photo files, in the order of the boxes");
+  Does(print, chosen, [&a] {
+    return RunPrint(a.Global(),
+                    {ToText(a.layout), ToText(a.out), ToText(a.copies), ToText(a.paper),
+                     ToTexts(a.files)},
+                    a.MakeConsole());
+  });
+}
+
 /// Declares every command and makes `chosen` what the given one does.
 void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   DeclareGlobal(app, a);
@@ -503,6 +531,7 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   DeclareTemplates(app, a, chosen);
   DeclareMetadata(app, a, chosen);
   DeclarePdf(app, a, chosen);
+  DeclarePrint(app, a, chosen);
 }
 
 /// Standard error is for the user's files; what the toolkit notes about its surroundings is

@@ -25,7 +25,7 @@ constexpr PhotoCommand kCommands[] = {
      u"The selected image(s) cannot be watermarked since they are offline or missing.", true},
     {9, u"Resize Images", u"Preparing to resize file(s). Please wait...",
      u"The selected file(s) cannot be resized because they are offline or missing.", false},
-    {11, u"Print", u"Preparing file(s) to be printed. Please wait...",
+    {kPrintCommand, u"Print", u"Preparing file(s) to be printed. Please wait...",
      u"The image(s) that you have selected are either offline or missing and thus cannot be "
      u"printed.",
      true},

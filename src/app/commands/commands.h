@@ -117,6 +117,15 @@ struct PdfFiles {
 };
 int RunPdf(const GlobalOptions& global, const PdfFiles& files, const Console& console);
 
+/// Photos on the pages of a template, into a PDF file.
+struct PrintFiles {
+  QString layout;  ///< name of the template
+  QString pdf;     ///< replaced if it is a PDF file already
+  QString copies, paper;
+  QStringList files;
+};
+int RunPrint(const GlobalOptions& global, const PrintFiles& options, const Console& console);
+
 int RunInfo(const QStringList& files, const Console& console);
 int RunRow(const GlobalOptions& global, const QStringList& files, const Console& console);
 int RunThumbnail(const GlobalOptions& global, const QString& file, const QString& out,

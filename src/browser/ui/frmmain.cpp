@@ -316,6 +316,8 @@ void frmmain::Run(Command command) {
       return WatermarkThem();
     case Command::Resize:
       return ResizeThem();
+    case Command::Print:
+      return PrintThem();
     case Command::RotateClockwise:
     case Command::RotateCounterClockwise:
     case Command::Rotate180:

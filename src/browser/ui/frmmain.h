@@ -76,6 +76,7 @@ class frmmain : public QMainWindow {
   void CreatePdfOfThem();
   void WatermarkThem();
   void ResizeThem();
+  void PrintThem();
   void Rotate(Command command);
   void mnurename_Click();
   void DeleteThem(const QStringList& photos, const char16_t* question);

@@ -15,6 +15,7 @@
 #include "browser/ui/frmmain.h"
 #include "editor/edit_text.h"
 #include "editor/ui/frmedit.h"
+#include "printing/ui/frmprint.h"
 #include "shell/messages.h"
 #include "shell/ui/folder_tree.h"
 #include "watermark/ui/frmwatermarkimages.h"
@@ -88,6 +89,15 @@ void frmmain::ResizeThem() {
   const FolderHold hold(browser_);
   frmresize dialog({session_.ActiveCatalogue(), &browser_, photos}, session_.WorkSettings(),
                    session_.ReadSettings(), this);
+  dialog.exec();
+}
+
+void frmmain::PrintThem() {
+  const QStringList photos = browser_.mnufile2_Click(kPrintCommand);
+  if (photos.isEmpty()) return;
+  const FolderHold hold(browser_);
+  frmprint dialog(photos, session_.WorkSettings(), session_.Folders().PrintingTemplatesFolder(),
+                  this);
   dialog.exec();
 }
 

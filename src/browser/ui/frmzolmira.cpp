@@ -12,7 +12,7 @@ frmzolmira::frmzolmira(const MainActions& actions, QWidget* parent) : QMenu(pare
   addSeparator();
   for (const Command command :
        {Command::MoveTo, Command::CopyTo, Command::Convert, Command::Pdf, Command::Watermark,
-        Command::Resize, Command::Rename, Command::Delete})
+        Command::Resize, Command::Print, Command::Rename, Command::Delete})
     addAction(actions.Get(command));
   addSeparator();
   actions.FillRatingMenu(addMenu(tr("&Rating")));

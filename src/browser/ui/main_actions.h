@@ -23,6 +23,7 @@ enum class Command {
   Pdf,
   Watermark,
   Resize,
+  Print,
   Rename,
   Delete,
   DeleteRejected,

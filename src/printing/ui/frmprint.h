@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "imaging/picture.h"
+#include "printing/page_painter.h"
+
+class QBoxLayout;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPrinter;
+class QPushButton;
+class QToolButton;
+
+namespace zqm {
+
+class PictureView;
+class RunProgress;
+
+/// Puts photos into the boxes of a template, page after page, shows the pages and prints them.
+class frmprint : public QDialog {
+  Q_OBJECT
+ public:
+  /// `folder` has the templates.
+  frmprint(QStringList photos, const PictureSettings& load, const QString& folder,
+           QWidget* parent = nullptr);
+  ~frmprint() override;
+
+  /// Lets the user choose printer and paper; false when it was called off. Tests set their own.
+  using PrinterDialog = std::function<bool(QPrinter& printer, QWidget* parent)>;
+  void SetPrinterDialog(PrinterDialog dialog) { printerDialog_ = std::move(dialog); }
+
+  void reject() override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void ComposeTemplates(QBoxLayout* column);
+  void ComposePages(QBoxLayout* column);
+  void ComposeFoot(QBoxLayout* column);
+  QPushButton* AddButton(QBoxLayout* row, const QString& caption, const char* name,
+                         void (frmprint::*clicked)());
+  QToolButton* AddTurner(QBoxLayout* row, const QString& caption, const char* name,
+                         const QString& toolTip, int to);
+  void FillTemplates();
+  QString SelectedName() const;
+
+  void List1_Click();
+  void Command6_Click();  // Apply
+  void Command4_Click();  // Remove
+  void Command2_Click();  // Printer Setup
+  void Command12_Click();
+  void PrintTemplate(int copies);
+  Result<PrintResult> PrintTo(const PrintJob& job);
+
+  QSizeF PageMillimetres() const;
+  Orientation PrinterOrientation() const;
+  /// Whether the page is large enough for the template; tells when it isn't.
+  bool PageFits();
+  void ShowPage(int page);
+  void ImagePreview();
+  void ShowSheet(const QImage& sheet);
+  void ResetEverything();
+  void ShowState();
+  void SetRunning(bool running);
+
+  QStringList photos_;
+  PictureSettings load_;
+  QString folder_;
+  PrinterDialog printerDialog_;
+  std::unique_ptr<QPrinter> printer_;
+  QString pdfPath_;                           // for the next print into a file; "" asks
+  std::optional<zqm::PrintTemplate> layout_;  // the one that is selected
+  std::vector<QRectF> boxes_;
+  int pages_ = 0;  // none before a template is applied
+  int page_ = 0;
+  bool running_ = false;
+
+  QWidget* controls_;
+  QListWidget* templates_ = nullptr;
+  PictureView* view_ = nullptr;
+  QLabel* pageCaption_ = nullptr;
+  QLabel* paper_ = nullptr;
+  QLineEdit* copies_ = nullptr;
+  RunProgress* progress_ = nullptr;
+  QPushButton* apply_ = nullptr;
+  QPushButton* remove_ = nullptr;
+  QPushButton* print_ = nullptr;
+  std::vector<QToolButton*> back_, forward_;
+};
+
+}  // namespace zqm

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPrinter>
+#include <QTimer>
+#include <QToolButton>
+
+#include "imaging/ui/picture_view.h"
+#include "printing/page_plan.h"
+#include "printing/standard_templates.h"
+#include "printing/ui/frmprint.h"
+#include "shell/messages.h"
+#include "shell/ui/frmerror.h"
+#include "tests/support/print_text.h"
+#include "tests/support/sample_photo.h"
+#include "tests/support/scratch.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+class PrintWindow : public ::testing::Test {
+ protected:
+  PrintWindow() {
+    for (const StandardTemplate& standard : StandardTemplates())
+      if (!SaveTemplate(scratch_.Path(), standard.name, standard.layout)) std::abort();
+    messages_ = SetMessageHandler([this](const QString& text, MessageKind, Buttons buttons) {
+      told_.append(text);
+      return buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
+    });
+    picks_ = SetPickHandler([this](const PickRequest&) { return pdf_; });
+    window_ =
+        std::make_unique<frmprint>(QStringList(5, photo_), PictureSettings(), scratch_.Path());
+    UsePaper(QPageLayout::Portrait);
+  }
+  ~PrintWindow() override {
+    SetMessageHandler(messages_);
+    SetPickHandler(picks_);
+  }
+
+  void UsePaper(QPageLayout::Orientation orientation) {
+    window_->SetPrinterDialog([orientation](QPrinter& printer, QWidget*) {
+      printer.setOutputFormat(QPrinter::PdfFormat);
+      printer.setPageSize(QPageSize(QPageSize::A4));
+      printer.setPageOrientation(orientation);
+      return true;
+    });
+    Click("Command2");
+  }
+  void Click(const char* name) {
+    window_->findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
+  }
+  bool IsOn(const char* name) {
+    return window_->findChild<QAbstractButton*>(QString::fromLatin1(name))->isEnabled();
+  }
+  void Select(const QString& name) {
+    auto* list = window_->findChild<QListWidget*>(u"List1"_s);
+    list->setCurrentItem(list->findItems(name, Qt::MatchExactly).value(0));
+  }
+  /// Waits for the list of failures; paints meanwhile.
+  void CloseFailures(bool& listed) {
+    if (auto* list = window_->findChild<frmerror*>()) {
+      listed = true;
+      list->accept();
+    } else {
+      QTimer::singleShot(10, window_.get(), [this, &listed] { CloseFailures(listed); });
+    }
+  }
+  QString Caption() { return window_->findChild<QLabel*>(u"Label3"_s)->text(); }
+  QString Told() { return told_.isEmpty() ? QString() : told_.takeLast(); }
+
+  test::Scratch scratch_;
+  test::Scratch out_;
+  QString photo_ = out_.Write("photo.jpg", test::SampleJpeg(60, 40));
+  QString pdf_ = out_.Path("out.pdf");
+  QStringList told_;
+  MessageHandler messages_;
+  PickHandler picks_;
+  std::unique_ptr<frmprint> window_;
+};
+
+TEST_F(PrintWindow, PagesAreTurnedToTheirEnds) {
+  Click("Command12");
+  EXPECT_EQ(Told(),
+            u"No printing template has been selected.\n"
+            u"Select a template from the list and then click on the 'Apply' button.");
+  EXPECT_FALSE(IsOn("Command6"));
+  Select(u"2 photos A4"_s);
+  EXPECT_EQ(Caption(), u"");
+  Click("Command6");
+  EXPECT_EQ(Caption(), u"Page 1 of 3");
+  EXPECT_FALSE(IsOn("Command13") || IsOn("Command10"));
+  Click("Command11");
+  EXPECT_EQ(Caption(), u"Page 2 of 3");
+  Click("Command14");
+  EXPECT_EQ(Caption(), u"Page 3 of 3");
+  EXPECT_FALSE(IsOn("Command11") || IsOn("Command14"));
+  Click("Command10");
+  EXPECT_EQ(Caption(), u"Page 2 of 3");
+  Click("Command13");
+  EXPECT_EQ(Caption(), u"Page 1 of 3");
+  // Another template is another beginning.
+  Select(u"4 photos A4"_s);
+  EXPECT_EQ(Caption(), u"");
+  Click("Command12");
+  EXPECT_TRUE(Told().startsWith(u"No printing template"));
+}
+
+TEST_F(PrintWindow, PaperThatIsTooSmallIsRefused) {
+  Select(u"2 photos A4"_s);
+  Click("Command6");
+  ASSERT_EQ(Caption(), u"Page 1 of 3");
+  UsePaper(QPageLayout::Landscape);
+  EXPECT_TRUE(Told().contains(u"minimum height of 11.49 inches (Landscape mode)"_s));
+  EXPECT_EQ(Caption(), u"");  // so that it isn't printed
+  EXPECT_EQ(window_->findChild<QLabel*>(u"Label2"_s)->text().left(9), u"Landscape");
+  Click("Command6");
+  EXPECT_TRUE(Told().contains(u"minimum height"_s));
+  EXPECT_EQ(Caption(), u"");
+  UsePaper(QPageLayout::Portrait);
+  Click("Command6");
+  EXPECT_EQ(Caption(), u"Page 1 of 3");
+  EXPECT_TRUE(told_.isEmpty());
+}
+
+TEST_F(PrintWindow, PrintsWhatIsAskedFor) {
+  Select(u"2 photos A4"_s);
+  Click("Command6");
+  auto* copies = window_->findChild<QLineEdit*>(u"Text1"_s);
+  for (const QString& text : {u"1.5"_s, u"0"_s, u"abc"_s}) {
+    copies->setText(text);
+    Click("Command12");
+    EXPECT_TRUE(Told().startsWith(u"Number of copies to be printed"_s)) << text.toStdString();
+  }
+  EXPECT_FALSE(QFile::exists(pdf_));
+  copies->setText(u"2"_s);
+  Click("Command12");
+  EXPECT_EQ(Told(), u"You have successfully printed your pictures.");
+  EXPECT_EQ(test::Scratch::Read(pdf_).count("/Type /Page\n"), 6);
+  EXPECT_EQ(Caption(), u"Page 1 of 3");
+  // The next one asks for another file; called off, nothing is written.
+  ASSERT_TRUE(QFile::remove(pdf_));
+  pdf_.clear();
+  Click("Command12");
+  EXPECT_TRUE(told_.isEmpty());
+  EXPECT_EQ(out_.Names(), QStringList(u"photo.jpg"_s));
+}
+
+TEST_F(PrintWindow, PhotosThatHaveGoneLeaveTheFile) {
+  Select(u"2 photos A4"_s);
+  Click("Command6");
+  ASSERT_TRUE(QFile::remove(photo_));
+  bool listed = false;
+  QTimer::singleShot(0, window_.get(), [&] { CloseFailures(listed); });
+  Click("Command12");
+  EXPECT_TRUE(listed);
+  EXPECT_FALSE(QFile::exists(pdf_));
+}
+
+TEST_F(PrintWindow, TemplatesThatGoAreNoLongerListed) {
+  Select(u"2 photos A4"_s);
+  ASSERT_TRUE(QFile::remove(scratch_.Path("2 photos A4.txt")));
+  Click("Command6");
+  EXPECT_TRUE(Told().startsWith(u"Cannot locate the selected template"_s));
+  Click("Command4");
+  EXPECT_EQ(Told(), u"The selected template has been deleted.");
+  EXPECT_EQ(Told(), u"Delete the selected template?");
+  EXPECT_FALSE(QFile::exists(scratch_.Path("2 photos A4.iev")));
+  const auto* list = window_->findChild<QListWidget*>(u"List1"_s);
+  EXPECT_TRUE(list->findItems(u"2 photos A4"_s, Qt::MatchExactly).isEmpty());
+}
+
+}  // namespace
+}  // namespace zqm
