@@ -41,6 +41,7 @@
 #include "editor/ui/frmedit.h"
 #include "editor/ui/frmsaturation.h"
 #include "editor/ui/frmsharpen.h"
+#include "imaging/template_files.h"
 #include "imaging/ui/before_after.h"
 #include "imaging/ui/image_multi_x.h"
 #include "imaging/ui/image_x.h"
@@ -59,6 +60,10 @@
 #include "shell/ui/folder_tree.h"
 #include "shell/ui/frmerror.h"
 #include "shell/ui/look.h"
+#include "watermark/ui/frmwatermarkcreator.h"
+#include "watermark/ui/frmwatermarkimages.h"
+#include "watermark/ui/frmwatername.h"
+#include "watermark/ui/symbol_picker.h"
 
 using namespace Qt::StringLiterals;
 
@@ -328,6 +333,61 @@ class Studio {
     Take(editor, u"frmedit-original"_s);
   }
 
+  void Watermarks() {
+    // Copies, which may be stamped.
+    const QTemporaryDir copies;
+    QStringList photos;
+    for (const QString& name : QDir(photos_).entryList({u"*.jpg"_s}, QDir::Files)) {
+      photos.append(copies.filePath(name));
+      QFile::copy(photos_ + u'/' + name, photos.last());
+    }
+    const auto apply = [](frmwatermarkimages& window, const QString& name) {
+      auto* list = window.findChild<QListWidget*>(u"List1"_s);
+      list->setCurrentItem(list->findItems(name, Qt::MatchExactly).value(0));
+      window.findChild<QPushButton*>(u"Command4"_s)->click();
+    };
+    {
+      frmwatermarkimages window(session_, photos);
+      Show(window, u"frmwatermarkimages"_s);
+      apply(window, u"Tiled proof 12 MP"_s);
+      window.findChild<ImageMultiX*>(u"ImageMultiX1"_s)->SelectPaths({photos.value(2)});
+      Show(window, u"frmwatermarkimages-applied"_s);
+      ShowRunning(window, "Command5", u"frmwatermarkimages-running"_s);
+    }
+    {
+      const QStringList some = photos.mid(0, 3);
+      frmwatermarkimages window(session_, some);
+      window.show();
+      Settle();
+      apply(window, u"Proof"_s);
+      for (const QString& path : some)
+        QFile::remove(path);
+      window.findChild<QPushButton*>(u"Command5"_s)->click();
+      Show(window, u"frmwatermarkimages-failures"_s);
+    }
+    TemplateCreator(photos.value(3));
+  }
+
+  void TemplateCreator(const QString& path) {
+    Picture photo;
+    if (!photo.LoadFromFile(path)) return;
+    const QString folder = session_.Folders().WatermarkTemplatesFolder();
+    frmwatermarkcreator creator(folder, session_.WorkSettings(), photo);
+    Show(creator, u"frmwatermarkcreator"_s);
+    const auto file = LoadTemplate(TemplatePath(folder, u"Signature"_s));
+    if (!file) return;
+    creator.EditTemplate(u"Signature"_s, file->objects);
+    creator.findChild<QPushButton*>(u"Command1"_s)->click();
+    Show(creator, u"frmwatermarkcreator-text"_s);
+    creator.findChild<QPushButton*>(u"Command10"_s)->click();
+    Show(creator, u"frmwatermarkcreator-all"_s);
+    auto* symbols = creator.findChild<SymbolPicker*>();
+    Show(*symbols, u"frmwatermarkcreator-symbols"_s);
+    symbols->hide();
+    frmwatername name(folder, file->objects, {}, u"Signature"_s);
+    Show(name, u"frmwatername"_s);
+  }
+
   void Dialogs() {
     frmstart start;
     Show(start, u"frmstart"_s);
@@ -419,6 +479,7 @@ int main(int argc, char** argv) {
       {u"main", &Studio::MainWindow},
       {u"editor", &Studio::PhotoEditor},
       {u"changes", &Studio::ChangeDialogs},
+      {u"watermarks", &Studio::Watermarks},
       {u"dialogs", &Studio::Dialogs}};
   const QString only = parser.value(u"only"_s);
   for (const auto& [name, draw] : scenes)

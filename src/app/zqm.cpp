@@ -33,7 +33,7 @@ struct Arguments {
   std::vector<std::string> files;
   bool recursive = false;
   std::string notes, author, date;
-  std::string file, out;
+  std::string file, out, templateName;
   std::string kind;
   std::string keywords, from, to, column, name, oldFolder, newFolder;
   bool any = false, printSql = false, overwrite = false, preview = false;
@@ -384,6 +384,23 @@ void DeclarePictureWork(CLI::App& app, Arguments& a, Command& chosen) {
   });
 }
 
+void DeclareTemplates(CLI::App& app, Arguments& a, Command& chosen) {
+  auto* watermark = app.add_subcommand(
+      "watermark", "Paint a watermark into photos, which are written over themselves");
+  watermark
+      ->add_option("--template", a.templateName,
+                   "One of those that \"zqm templates\" lists as watermark")
+      ->type_name("NAME")
+      ->required();
+  AddPaths(*watermark, "FILE", a.files, "Photo files");
+  Does(watermark, chosen, [&a] {
+    return RunWatermark(a.Global(), ToText(a.templateName), ToTexts(a.files), a.MakeConsole());
+  });
+
+  auto* templates = app.add_subcommand("templates", "List the templates of watermarks and pages");
+  Does(templates, chosen, [&a] { return RunTemplates(a.Global(), a.MakeConsole()); });
+}
+
 /// The captions of an editor, for its help.
 template <class Fields, class Caption>
 std::string Captions(const Fields& fields, Caption caption) {
@@ -511,6 +528,7 @@ void Declare(CLI::App& app, Arguments& a, Command& chosen) {
   DeclareMaintenance(app, a, chosen);
   DeclareFileWork(app, a, chosen);
   DeclarePictureWork(app, a, chosen);
+  DeclareTemplates(app, a, chosen);
   DeclareMetadata(app, a, chosen);
   DeclarePdf(app, a, chosen);
   DeclarePrint(app, a, chosen);

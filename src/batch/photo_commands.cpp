@@ -9,7 +9,8 @@ namespace zqm {
 namespace {
 
 constexpr PhotoCommand kCommands[] = {
-    {kEditCommand, u"Edit In Zolmira QM Photo Editor", u"Preparing image for editing. Please wait...",
+    {kEditCommand, u"Edit In Zolmira QM Photo Editor",
+     u"Preparing image for editing. Please wait...",
      u"The selected image is either missing or offline and thus cannot be edited.", false},
     {kMoveCommand, u"Move To Folder...", u"Preparing to move file(s). Please wait...",
      u"The selected file(s) cannot be moved because they are offline or missing.", false},
@@ -20,7 +21,7 @@ constexpr PhotoCommand kCommands[] = {
     {kPdfCommand, u"Create Photo Book (PDF)", u"Preparing to create PDF file(s). Please wait...",
      u"PDF Files cannot be created with the selected file(s) since they are offline or missing.",
      true},
-    {8, u"Watermark Images", u"Preparing file(s) to be watermarked. Please wait...",
+    {kWatermarkCommand, u"Watermark Images", u"Preparing file(s) to be watermarked. Please wait...",
      u"The selected image(s) cannot be watermarked since they are offline or missing.", true},
     {9, u"Resize Images", u"Preparing to resize file(s). Please wait...",
      u"The selected file(s) cannot be resized because they are offline or missing.", false},

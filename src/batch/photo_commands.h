@@ -23,8 +23,8 @@ std::span<const PhotoCommand> PhotoCommands();
 /// Nothing for an index without a command.
 const PhotoCommand* FindPhotoCommand(int index);
 
-inline constexpr int kEditCommand = 1, kMoveCommand = 3, kCopyCommand = 4, kConvertCommand = 6, kPdfCommand = 7,
-                     kResizeCommand = 9, kPrintCommand = 11;
+inline constexpr int kEditCommand = 1, kMoveCommand = 3, kCopyCommand = 4, kConvertCommand = 6,
+                     kPdfCommand = 7, kWatermarkCommand = 8, kResizeCommand = 9, kPrintCommand = 11;
 
 /// The photos that the command works on, or why it can't.
 Result<QStringList> PreparePhotos(const PhotoCommand& command, const QStringList& selected,

@@ -11,6 +11,7 @@
 #include "imaging/thumbnail.h"
 #include "shell/busy.h"
 #include "shell/files.h"
+#include "shell/platform.h"
 
 using namespace Qt::StringLiterals;
 
@@ -28,7 +29,8 @@ Outcome WriteOutput(const QString& path, const QString& standing, const QByteArr
 
 /// Over itself, however often it is tried.
 bool WillNeverBe(const QString& reason) {
-  return reason == QStringView(kReasonSeveralPages) || reason == QStringView(kReasonNotWritable);
+  return reason == QStringView(kReasonSeveralPages) || reason == QStringView(kReasonNotWritable) ||
+         reason == QStringView(kReasonIncomplete);
 }
 
 /// The row of what has just been written: none, or a new one.
@@ -46,9 +48,11 @@ Outcome AddToDatabase(Catalogue& catalogue, const QString& path, const OutputOpt
 /// loaded ahead of its turn.
 bool DependsOnEarlier(const QStringList& paths, const QStringList& outputs) {
   QSet<QString> written;
+  // A link and what it leads to are one photo.
+  const auto fileOf = [](const QString& path) { return FoldCase(platform::ResolveLinks(path)); };
   for (qsizetype i = 0; i < paths.size(); ++i) {
-    if (written.contains(FoldCase(paths.at(i)))) return true;
-    written.insert(FoldCase(outputs.at(i)));
+    if (written.contains(fileOf(paths.at(i)))) return true;
+    written.insert(fileOf(outputs.at(i)));
   }
   return false;
 }
@@ -169,9 +173,8 @@ PictureResult ReplacePictures(const PictureRun& run, const QStringList& paths,
                        if (!saved) {
                          intent->Drop();
                          // What will never be written is worth a row in any run.
-                         const bool never = saved.Reason() == QStringView(kReasonSeveralPages) ||
-                                            saved.Reason() == QStringView(kReasonNotWritable);
-                         if (never || report == SaveFailures::Listed) return {saved.Reason()};
+                         if (WillNeverBe(saved.Reason()) || report == SaveFailures::Listed)
+                           return {saved.Reason()};
                          unwritten.Add(path, saved.Reason());
                          return {};
                        }

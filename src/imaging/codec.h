@@ -56,6 +56,13 @@ struct LoadOptions {
   RawOptions raw;
   /// The file's extension without ".", lower case. Only camera RAW asks for it.
   QString extension;
+  /// Set to true where the file ends, or can't be read on, before its picture does: what there is
+  /// comes out all the same. May be null.
+  bool* incomplete = nullptr;
+
+  void TellIncomplete() const {
+    if (incomplete != nullptr) *incomplete = true;
+  }
 };
 
 /// How a picture is written, each option by its number; keys and numbers stand in save_options.cpp.

@@ -189,12 +189,13 @@ void PaintObjects(QPainter& painter, const VectorObjects& objects) {
     PaintObject(painter, object);
 }
 
-QImage Merged(const QImage& picture, const VectorObjects& objects) {
+QImage Merged(QImage picture, const VectorObjects& objects) {
   std::vector<const VectorObject*> shown;
   for (const VectorObject& object : objects.All())
     if (Shows(object, picture.rect())) shown.push_back(&object);
   if (shown.empty()) return picture;
   QImage merged = InWorkFormat(picture);
+  picture = QImage();
   if (IsGray(merged) &&
       std::ranges::any_of(shown, [](const VectorObject* object) { return HasColour(*object); }))
     merged = InColour(merged);

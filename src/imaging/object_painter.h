@@ -17,7 +17,8 @@ void PaintObject(QPainter& painter, const VectorObject& object);
 
 /// The picture with its visible objects in it. Pixels outside their bounds stay exactly as they
 /// were; 16 bits stay 16, gray stays gray unless an object has colour, palettes become true colour.
-/// Null when there is no memory for it. Thread-safe.
-QImage Merged(const QImage& picture, const VectorObjects& objects);
+/// Null when there is no memory for it. Painted in place when nobody else holds the picture.
+/// Thread-safe.
+QImage Merged(QImage picture, const VectorObjects& objects);
 
 }  // namespace zqm

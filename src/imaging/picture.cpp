@@ -66,8 +66,9 @@ LoadOptions Picture::Options(const QString& path) const {
 }
 
 Outcome Picture::LoadFromFile(const QString& path) {
-  const LoadOptions options = Options(path);
+  LoadOptions options = Options(path);
   Clear();
+  options.incomplete = &incomplete_;
   const Result<SourceFile> source = OpenSourceFile(path, options);
   if (!source) return Failure{source.Reason()};
   const Result<QImage> image = source->codec->load(source->View(), options);
@@ -115,6 +116,7 @@ void Picture::Clear() {
   source_.clear();
   codec_ = nullptr;
   severalPages_ = false;
+  incomplete_ = false;
   exif_.clear();
   profile_.clear();
 }
@@ -168,6 +170,7 @@ Result<QByteArray> Picture::EncodeAs(const QString& extension) {
 
 Outcome Picture::MayBeWrittenOver() const {
   if (severalPages_) return Failure{QString::fromUtf16(kReasonSeveralPages)};
+  if (incomplete_) return Failure{QString::fromUtf16(kReasonIncomplete)};
   if (!codec_ || !codec_->save) return Failure{QString::fromUtf16(kReasonNotWritable)};
   return {};
 }

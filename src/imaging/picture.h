@@ -46,7 +46,8 @@ class Picture {
   Result<QByteArray> EncodeAs(const QString& extension);
   Result<QByteArray> EncodeOver();
   /// Whether the file that it was loaded from may be replaced by the picture alone:
-  /// `kReasonSeveralPages`, or `kReasonNotWritable` for camera RAW.
+  /// `kReasonSeveralPages`, `kReasonNotWritable` for camera RAW, `kReasonIncomplete` where the file
+  /// holds more, or held it, than could be read.
   Outcome MayBeWrittenOver() const;
   /// The pixels are those that stand in the file that it was loaded from, or was last saved over.
   bool PixelsUntouched() const { return image_.cacheKey() == loadedPixels_; }
@@ -103,6 +104,7 @@ class Picture {
   QString source_;           // the file
   const Codec* codec_ = nullptr;
   bool severalPages_ = false;
+  bool incomplete_ = false;
   QByteArray exif_;     // the block that goes along, but for tags set since loading
   QByteArray profile_;  // of the pixels as loaded
   FileParameters parameters_;
@@ -110,6 +112,7 @@ class Picture {
 };
 
 inline constexpr char16_t kReasonChangedByOther[] = u"File was changed by another program";
+inline constexpr char16_t kReasonIncomplete[] = u"File is damaged and cannot be changed";
 inline constexpr char16_t kReasonSeveralPages[] = u"File has several pages and cannot be changed";
 
 }  // namespace zqm

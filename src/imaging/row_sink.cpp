@@ -140,7 +140,7 @@ Result<RowSink> RowSink::Create(int width, int height, RowFormat format, const Q
 
 void RowSink::PutRow(int y, const void* row) {
   if (y < 0 || y >= height_) return;
-  hasRows_ = true;
+  ++rows_;
   if (factor_ == 1) {
     uchar* line = image_.scanLine(y);
     if (deep_) return CopyDeep(format_, row, width_, line);

@@ -34,7 +34,9 @@ class RowSink {
   void PutRow(int y, const void* row);
 
   /// Whether any row came.
-  bool HasRows() const { return hasRows_; }
+  bool HasRows() const { return rows_ > 0; }
+  /// Whether all came.
+  bool IsWhole() const { return rows_ >= height_; }
 
   /// The picture; rows never put are black (transparent where there is alpha). Once.
   QImage Take();
@@ -45,7 +47,7 @@ class RowSink {
   int width_ = 0, height_ = 0;
   RowFormat format_ = RowFormat::Rgb24;
   int factor_ = 1;
-  bool hasRows_ = false;
+  int rows_ = 0;
   bool deep_ = false;                  // whether the picture keeps 16 bits a sample
   QImage image_;                       // the result; filled at once for factor 1
   std::vector<std::uint8_t> pixels_;   // one row brought to RGBA, 8 bits, before it is summed

@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <algorithm>
 #include <iterator>
+#include <optional>
+#include <utility>
 
 namespace zqm {
 namespace {
@@ -118,10 +120,25 @@ QRectF Around(const std::vector<QPainterPath>& outlines) {
   return around;
 }
 
-}  // namespace
+/// What a shape depends on.
+struct ShapeKey {
+  QFont font;
+  QString text;
+  double height = 0, width = 0;
+  TextAlign align = TextAlign::Left;
+  bool underline = false, strikeout = false, autosize = true;
 
-TextShape ShapeText(const VectorObject& object) {
-  const QFont font = FontOf(object);
+  bool operator==(const ShapeKey&) const = default;
+};
+
+ShapeKey KeyOf(const VectorObject& object) {
+  return {FontOf(object),       object.text,
+          object.fontHeight,    object.textAutosize ? 0 : object.width,
+          object.textAlign,     object.fontUnderline,
+          object.fontStrikeout, object.textAutosize};
+}
+
+TextShape Shape(const VectorObject& object, const QFont& font) {
   const QFontMetricsF metrics(font);
   const QStringList lines = LinesOf(object.text);
   std::vector<double> advances;
@@ -150,6 +167,18 @@ TextShape ShapeText(const VectorObject& object) {
     outline.setFillRule(Qt::WindingFill);
   }
   shape.size = (box.size() * scale).expandedTo(QSizeF(1, 1));
+  return shape;
+}
+
+}  // namespace
+
+// Kept from the last text: templates repeat one, and large ones are painted in bands.
+TextShape ShapeText(const VectorObject& object) {
+  thread_local std::optional<std::pair<ShapeKey, TextShape>> last;
+  ShapeKey key = KeyOf(object);
+  if (last && last->first == key) return last->second;
+  TextShape shape = Shape(object, key.font);
+  last.emplace(std::move(key), shape);
   return shape;
 }
 

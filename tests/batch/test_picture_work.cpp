@@ -151,6 +151,28 @@ TEST_F(PictureWork, RunsLeaveNoIntentBehind) {
   EXPECT_EQ(Loaded(over).Image().size(), QSize(20, 20));
 }
 
+TEST_F(PictureWork, AFileThatIsCutOffIsNotWrittenOver) {
+  QImage motley(300, 200, QImage::Format_RGB32);
+  for (int y = 0; y < motley.height(); ++y)
+    for (int x = 0; x < motley.width(); ++x)
+      motley.setPixel(x, y, qRgb(x * 7 % 256, y * 5 % 256, x * y % 256));
+  for (const ConvertFormat& format : ConvertFormats()) {
+    const QString extension = QString::fromUtf16(format.extension);
+    const QString path = scratch_.Path(u"cut."_s + extension);
+    Picture picture;
+    picture.SetImage(motley);
+    ASSERT_TRUE(picture.SaveToFile(path)) << qUtf8Printable(extension);
+    const QByteArray whole = test::Scratch::Read(path);
+    EXPECT_TRUE(RotatePhotos(Run(), {path}, Turns()[0], {}).failures.Empty())
+        << qUtf8Printable(extension);
+    const QByteArray cut = whole.first(whole.size() * 2 / 3);
+    ASSERT_TRUE(WriteFileAtomically(path, cut));
+    const PictureResult result = RotatePhotos(Run(), {path}, Turns()[0], {});
+    EXPECT_EQ(result.failures.rows.size(), 1U) << qUtf8Printable(extension);
+    EXPECT_EQ(test::Scratch::Read(path), cut) << qUtf8Printable(extension);
+  }
+}
+
 TEST_F(PictureWork, WhatCannotBeLoadedOrSavedIsToldApart) {
   const QString good = Sample(u"in/a.jpg"_s), bad = scratch_.Write(u"in/b.jpg"_s, "no picture");
   ConvertOptions options;

@@ -157,4 +157,10 @@ int RunResize(const GlobalOptions& global, const ResizeFiles& files, const Conso
 int RunRotate(const GlobalOptions& global, const Turn& turn, const QStringList& files,
               const Console& console);
 
+/// The template by its name, with or without ".iev", letter case aside.
+int RunWatermark(const GlobalOptions& global, const QString& name, const QStringList& files,
+                 const Console& console);
+/// Those of watermarks, then those of printed pages.
+int RunTemplates(const GlobalOptions& global, const Console& console);
+
 }  // namespace zqm

@@ -6,8 +6,10 @@
 #include "batch/resize_photos.h"
 #include "batch/rotate_photos.h"
 #include "imaging/save_options.h"
+#include "imaging/template_files.h"
 #include "session/session.h"
 #include "shell/files.h"
+#include "watermark/stamp_photos.h"
 
 using namespace Qt::StringLiterals;
 
@@ -52,6 +54,21 @@ Result<std::map<QString, QString>> SaveKeys(const QStringList& options) {
 /// Or why none of the files will do.
 Result<QStringList> Usable(int command, const QStringList& files) {
   return PreparePhotos(*FindPhotoCommand(command), PhotosOf(files), {});
+}
+
+/// The objects of a template that has any.
+Result<VectorObjects> TemplateObjects(const GlobalOptions& global, const QString& name) {
+  const Session session(ResolveSessionFolders(global.home));
+  if (Outcome prepared = session.PrepareFolders(); !prepared) return Failure{prepared.Reason()};
+  if (const Outcome valid = CheckTemplateName(name); !valid) return Failure{valid.Reason()};
+  const QString folder = session.Folders().WatermarkTemplatesFolder();
+  QString standing = FindTemplate(folder, name);
+  if (standing.isEmpty() && name.endsWith(u".iev"_s, Qt::CaseInsensitive))
+    standing = FindTemplate(folder, name.chopped(4));
+  const auto file = LoadTemplate(TemplatePath(folder, standing.isEmpty() ? name : standing));
+  if (!file) return Failure{file.Reason()};
+  if (file->objects.IsEmpty()) return Failure{u"The template is empty: "_s + name};
+  return file->objects;
 }
 
 ExistingFiles Existing(bool overwrite) {
@@ -117,6 +134,20 @@ int RunRotate(const GlobalOptions& global, const Turn& turn, const QStringList& 
       global, texts, "Rotated",
       [&](Session& session, const PictureRun& run) {
         return RotatePhotos(run, PhotosOf(files), turn, session.WorkSettings());
+      },
+      console);
+}
+
+int RunWatermark(const GlobalOptions& global, const QString& name, const QStringList& files,
+                 const Console& console) {
+  const auto objects = TemplateObjects(global, name);
+  if (!objects) return console.Refuse(objects.Reason());
+  if (const auto usable = Usable(kWatermarkCommand, files); !usable)
+    return console.Fail(usable.Reason());
+  return RunPictureWork(
+      global, stamp_text::kStamp, "Watermarked",
+      [&](Session& session, const PictureRun& run) {
+        return StampPhotos(run, PhotosOf(files), *objects, session.WorkSettings());
       },
       console);
 }

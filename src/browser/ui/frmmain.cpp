@@ -312,6 +312,8 @@ void frmmain::Run(Command command) {
       return ConvertThem();
     case Command::Pdf:
       return CreatePdfOfThem();
+    case Command::Watermark:
+      return WatermarkThem();
     case Command::Resize:
       return ResizeThem();
     case Command::Print:

@@ -74,6 +74,7 @@ class frmmain : public QMainWindow {
   void EditPhoto();
   void ConvertThem();
   void CreatePdfOfThem();
+  void WatermarkThem();
   void ResizeThem();
   void PrintThem();
   void Rotate(Command command);

@@ -18,6 +18,7 @@
 #include "printing/ui/frmprint.h"
 #include "shell/messages.h"
 #include "shell/ui/folder_tree.h"
+#include "watermark/ui/frmwatermarkimages.h"
 
 namespace zqm {
 
@@ -71,6 +72,14 @@ void frmmain::CreatePdfOfThem() {
   const FolderHold hold(browser_);
   frmpdf dialog({session_.ActiveCatalogue(), &browser_, photos}, session_.WorkSettings(),
                 folders_->CurrentFolder(), this);
+  dialog.exec();
+}
+
+void frmmain::WatermarkThem() {
+  const QStringList photos = browser_.mnufile2_Click(kWatermarkCommand);
+  if (photos.isEmpty()) return;
+  const FolderHold hold(browser_);
+  frmwatermarkimages dialog(session_, photos, this);
   dialog.exec();
 }
 

@@ -10,8 +10,9 @@ frmzolmira::frmzolmira(const MainActions& actions, QWidget* parent) : QMenu(pare
   addAction(actions.Get(Command::CatalogSelected));
   addAction(actions.Get(Command::ExternalEditor));
   addSeparator();
-  for (const Command command : {Command::MoveTo, Command::CopyTo, Command::Convert, Command::Pdf,
-                                Command::Resize, Command::Print, Command::Rename, Command::Delete})
+  for (const Command command :
+       {Command::MoveTo, Command::CopyTo, Command::Convert, Command::Pdf, Command::Watermark,
+        Command::Resize, Command::Print, Command::Rename, Command::Delete})
     addAction(actions.Get(command));
   addSeparator();
   actions.FillRatingMenu(addMenu(tr("&Rating")));

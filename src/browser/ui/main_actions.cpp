@@ -50,6 +50,8 @@ constexpr Row kRows[] = {
      kNeedsSelection | kSeparatorBefore},
     {Command::Pdf, u"&File", u"Create Photo &Book (PDF)", u"Ctrl+Alt+P", "document-export",
      "mnufile2(7)", u"Write the selected photos into PDF files", kNeedsSelection},
+    {Command::Watermark, u"&File", u"&Watermark Images", u"Ctrl+Shift+W", "draw-text",
+     "mnufile2(8)", u"Paint a text or picture into the selected photos", kNeedsSelection},
     {Command::Resize, u"&File", u"Resi&ze Images", u"Ctrl+Alt+R", "transform-scale", "mnufile2(9)",
      u"Give the selected photos another size", kNeedsSelection},
     {Command::Print, u"&File", u"&Print", u"Ctrl+P", "document-print", "mnufile2(11)",

@@ -21,6 +21,7 @@ enum class Command {
   CopyTo,
   Convert,
   Pdf,
+  Watermark,
   Resize,
   Print,
   Rename,

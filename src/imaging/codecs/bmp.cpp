@@ -352,7 +352,7 @@ Result<QImage> LoadPlain(ByteView file, const Header& header, const LoadOptions&
   for (std::int64_t i = 0; i < header.height && rows.Read(i, row); ++i) {
     PutArgbRow(*sink, static_cast<int>(header.topDown ? i : header.height - 1 - i), row, alpha);
   }
-  return TakePicture(*sink);
+  return TakePicture(*sink, options);
 }
 
 Result<QImage> Load(ByteView file, const LoadOptions& options) {
@@ -364,7 +364,7 @@ Result<QImage> Load(ByteView file, const LoadOptions& options) {
   auto sink = CreateSink(*header, RowFormat::Rgb32, options);
   if (!sink) return Failure{sink.Reason()};
   RleReader(file, *header, *sink).Read();
-  return TakePicture(*sink);
+  return TakePicture(*sink, options);
 }
 
 constexpr const char* kExtensions[] = {"bmp", "dib"};

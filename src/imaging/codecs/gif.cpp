@@ -133,8 +133,9 @@ Result<QImage> Load(ByteView file, const LoadOptions& options) {
                                                : std::span<const Pass>(kStraight)) {
     for (int y = pass.first; y < area.height(); y += pass.step) {
       if (DGifGetLine(gif, indices.data(), area.width()) != GIF_OK) {
-        if (any) return sink->Take();
-        return DecodeFailure(GifErrorString(gif->Error));
+        if (!any) return DecodeFailure(GifErrorString(gif->Error));
+        options.TellIncomplete();
+        return sink->Take();
       }
       any = true;
       for (int x = area.left(); x <= end; ++x) {

@@ -43,7 +43,10 @@ struct Errors {
   std::longjmp(errors->trap.jump, 1);
 }
 
-void OnMessage(j_common_ptr, int) {}
+/// Of all warnings the one that the file ends early: the library goes on in gray.
+void OnMessage(j_common_ptr info, int level) {
+  if (level < 0 && info->err->msg_code == JWRN_JPEG_EOF) ++info->err->num_warnings;
+}
 
 jpeg_error_mgr* SilentErrors(Errors& errors) {
   jpeg_error_mgr* base = jpeg_std_error(&errors.base);
@@ -207,6 +210,7 @@ Result<QImage> Load(ByteView file, const LoadOptions& options) {
     }
   });
   if (!complete && !sink->HasRows()) return DecodeFailure(reader.Message());
+  if (!complete || info.err->num_warnings > 0) options.TellIncomplete();
   return cmyk ? sink->Take() : ToSrgb(sink->Take(), Bytes(profile));
 }
 

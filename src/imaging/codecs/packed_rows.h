@@ -57,7 +57,8 @@ inline void PutArgbRow(RowSink& sink, int y, std::vector<QRgb>& row, bool alpha)
 }
 
 /// The picture; a file that ends before the first row is complete has none.
-inline Result<QImage> TakePicture(RowSink& sink) {
+inline Result<QImage> TakePicture(RowSink& sink, const LoadOptions& options) {
+  if (!sink.IsWhole()) options.TellIncomplete();
   if (!sink.HasRows()) return DecodeFailure("the file ends before the first row");
   return sink.Take();
 }

@@ -214,7 +214,7 @@ Result<QImage> Load(ByteView file, const LoadOptions& options) {
     }
     PutArgbRow(*sink, y, row, alpha);
   }
-  return TakePicture(*sink);
+  return TakePicture(*sink, options);
 }
 
 constexpr const char* kExtensions[] = {"pcx"};

@@ -191,6 +191,7 @@ Result<QImage> Load(ByteView file, const LoadOptions& options) {
     }
   });
   if (!complete && !anyRow) return DecodeFailure(reader.Message());
+  if (!complete) options.TellIncomplete();
   for (int y = 0; passes > 1 && y < height; ++y) {
     sink->PutRow(y, rows.data() + rowBytes * static_cast<std::size_t>(y));
   }

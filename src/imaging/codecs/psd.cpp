@@ -377,7 +377,7 @@ Result<QImage> Load(ByteView file, const LoadOptions& options) {
   for (int y = 0; y < height; ++y) {
     if (planes.Next()) sink->PutRow(y, maker.Make(planes));
   }
-  return TakePicture(*sink);
+  return TakePicture(*sink, options);
 }
 
 constexpr const char* kExtensions[] = {"psd"};

@@ -255,7 +255,7 @@ Result<QImage> Load(ByteView file, const LoadOptions& options) {
                            [](QRgb pixel) { return static_cast<std::uint8_t>(qRed(pixel)); });
     sink->PutRow(y, grays.data());
   }
-  return TakePicture(*sink);
+  return TakePicture(*sink, options);
 }
 
 constexpr const char* kExtensions[] = {"tga"};

@@ -346,7 +346,8 @@ bool ReadScanlines(ByteView file, const Handle& first, const Layout& l, RowMaker
   return any;
 }
 
-bool ReadTiles(TIFF* tiff, const Layout& l, RowMaker& maker, RowSink& sink) {
+bool ReadTiles(TIFF* tiff, const Layout& l, RowMaker& maker, RowSink& sink,
+               const LoadOptions& options) {
   std::uint32_t tileWidth = 0, tileHeight = 0;
   TIFFGetField(tiff, TIFFTAG_TILEWIDTH, &tileWidth);
   TIFFGetField(tiff, TIFFTAG_TILELENGTH, &tileHeight);
@@ -373,7 +374,10 @@ bool ReadTiles(TIFF* tiff, const Layout& l, RowMaker& maker, RowSink& sink) {
     for (std::uint32_t left = 0; left < l.width; left += tileWidth) {
       const std::size_t columns = std::min(tileWidth, l.width - left);
       for (std::uint16_t s = 0; s < (planes ? needed : 1); ++s) {
-        if (TIFFReadTile(tiff, tile.data(), left, top, 0, s) < 0) continue;
+        if (TIFFReadTile(tiff, tile.data(), left, top, 0, s) < 0) {
+          options.TellIncomplete();
+          continue;
+        }
         any = true;
         for (std::uint32_t y = 0; y < rows; ++y) {
           Unpack(l, tile.data() + static_cast<std::size_t>(lineBytes) * y, columns * perPixel,
@@ -413,9 +417,10 @@ Result<QImage> LoadPlain(ByteView file, const Handle& handle, const Layout& l,
   auto sink = RowSink::Create(static_cast<int>(l.width), static_cast<int>(l.height), maker.Format(),
                               options.box);
   if (!sink) return Failure{sink.Reason()};
-  const bool any = TIFFIsTiled(handle.Get()) ? ReadTiles(handle.Get(), l, maker, *sink)
+  const bool any = TIFFIsTiled(handle.Get()) ? ReadTiles(handle.Get(), l, maker, *sink, options)
                                              : ReadScanlines(file, handle, l, maker, *sink);
   if (!any) return DecodeFailure(handle.Message());
+  if (!sink->IsWhole()) options.TellIncomplete();
   if (maker.AlphaIsDoubtful()) return LoadOpaque(file, options);
   QImage picture = sink->Take();
   return l.photometric == PHOTOMETRIC_SEPARATED ? picture : ToSrgb(std::move(picture), profile);
@@ -443,9 +448,10 @@ Result<QImage> LoadConverted(const Handle& handle, const Layout& l, const LoadOp
   // Equal orientations: the rows come as stored, the first one first.
   converter.orientation = converter.req_orientation = ORIENTATION_TOPLEFT;
   std::vector<std::uint32_t> raster(std::size_t{l.width} * l.height);
-  if (!TIFFRGBAImageGet(&converter, raster.data(), l.width, l.height) &&
-      std::ranges::all_of(raster, [](std::uint32_t p) { return p == 0; })) {
-    return DecodeFailure(handle.Message());
+  if (!TIFFRGBAImageGet(&converter, raster.data(), l.width, l.height)) {
+    if (std::ranges::all_of(raster, [](std::uint32_t p) { return p == 0; }))
+      return DecodeFailure(handle.Message());
+    options.TellIncomplete();
   }
   auto sink = RowSink::Create(static_cast<int>(l.width), static_cast<int>(l.height),
                               RowFormat::Rgb32, options.box);

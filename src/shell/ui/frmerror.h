@@ -6,11 +6,10 @@
 #include "shell/failure_list.h"
 
 class QLabel;
-class QTableView;
 
 namespace zqm {
 
-class FailureModel;
+class FailureTable;
 
 /// What a run could not do: a list of files and reasons that one can read, sort and copy from.
 class frmerror : public QDialog {
@@ -23,12 +22,9 @@ class frmerror : public QDialog {
   QSize sizeHint() const override;
 
  private:
-  void CopyRows() const;
-
-  FailureModel* model_;
   QLabel* label_;
   QLabel* count_;
-  QTableView* table_;
+  FailureTable* table_;
 };
 
 /// The same fields for what was told of one fault.

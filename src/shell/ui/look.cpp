@@ -110,6 +110,7 @@ QRadioButton::indicator:checked { border-color: @accent; background: qradialgrad
 QRadioButton::indicator:disabled { background: @panel; border-color: @line; }
 QRadioButton::indicator:focus { border: 1px solid @accent; }
 QCheckBox::indicator:focus { border: 1px solid @accent; }
+QCheckBox:disabled, QRadioButton:disabled { color: #808080; }
 QCheckBox::indicator:disabled, QListView::indicator:disabled, QTreeView::indicator:disabled {
   background: @panel; border-color: @line; }
 QListView, QTreeView, QTableView { background: @panel; border: 1px solid @line; border-radius: 4px;
@@ -179,6 +180,8 @@ QSlider::groove:horizontal { height: 4px; background: @raised; border-radius: 2p
 QSlider::sub-page:horizontal { background: @accent; border-radius: 2px; }
 QSlider[role="twosided"]::sub-page:horizontal { background: @raised; }
 QSlider::handle:horizontal { width: 14px; margin: -5px 0; border-radius: 7px; background: @text; }
+QSlider::sub-page:horizontal:disabled { background: @line; }
+QSlider::handle:horizontal:disabled { background: #808080; }
 QSlider:focus { border: none; }
 QSlider::handle:horizontal:focus { background: @accent; }
 

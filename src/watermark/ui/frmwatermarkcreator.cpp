@@ -1,0 +1,413 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "watermark/ui/frmwatermarkcreator.h"
+
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QSlider>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "imaging/file_filters.h"
+#include "imaging/template_files.h"
+#include "shell/busy.h"
+#include "shell/error.h"
+#include "shell/messages.h"
+#include "shell/ui/look.h"
+#include "watermark/ui/frmwatername.h"
+#include "watermark/ui/template_surface.h"
+#include "watermark/ui/text_layer_panel.h"
+#include "watermark/watermark_layers.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+constexpr QSize kUsualSize{1180, 760};
+constexpr int kPanelWidth = 300;
+constexpr int kOpaque = 255;
+
+struct ImportedImage {
+  Outcome loaded;
+  ObjectPicture picture;
+  QSize size;
+};
+
+/// For any thread.
+ImportedImage LoadImage(const QString& path, const PictureSettings& load) {
+  Picture picture;
+  picture.SetSettings(load);
+  ImportedImage imported;
+  imported.loaded = picture.LoadFromFile(path);
+  if (!imported.loaded) return imported;
+  imported.picture = picture.Image();
+  imported.size = {picture.GetIOProperty(u"WIDTH").toInt(),
+                   picture.GetIOProperty(u"HEIGHT").toInt()};
+  if (imported.size.isEmpty()) imported.size = picture.Image().size();
+  return imported;
+}
+
+}  // namespace
+
+frmwatermarkcreator::frmwatermarkcreator(QString folder, const PictureSettings& load,
+                                         const Picture& photo, QWidget* parent)
+    : QDialog(parent),
+      folder_(std::move(folder)),
+      load_(load),
+      surface_(new TemplateSurface),
+      text_(new TextLayerPanel),
+      transparency_(new QSlider(Qt::Horizontal)),
+      transparencyText_(look::Hint(QString())),
+      size_(look::Hint(QString())) {
+  setObjectName(u"frmwatermarkcreator"_s);
+  setWindowTitle(u"Watermark Template Creator"_s);
+  setWindowFlag(Qt::WindowMaximizeButtonHint);
+  surface_->setObjectName(u"ImageX1"_s);
+  surface_->setAccessibleName(tr("Template"));
+  surface_->setMinimumSize(2 * kPanelWidth, kPanelWidth);
+  surface_->setToolTip(
+      tr("Dragged layers snap to the edges and the middle; hold Ctrl to place them freely"));
+  auto* panes = new QHBoxLayout;
+  look::SetSpace(panes, 0, look::kSpace12);
+  panes->addWidget(ComposePanel());
+  panes->addWidget(surface_, 1);
+  auto* column = new QVBoxLayout(this);
+  look::SetSpace(column, look::kSpace16, look::kSpace12);
+  column->addLayout(panes, 1);
+  column->addLayout(ComposeFoot());
+
+  connect(text_, &TextLayerPanel::Altered, this, [this](const QString& what) {
+    Guarded("frmwatermarkcreator", "AlterText", [&] { Altered(what); });
+  });
+  connect(transparency_, &QSlider::valueChanged, this, [this] {
+    Guarded("frmwatermarkcreator", "Slider1_Change", [this] { Slider1_Change(); });
+  });
+  connect(surface_, &ImageX::OnSelectObject, this, [this] {
+    Guarded("frmwatermarkcreator", "ImageX1_OnSelectObject", [this] { ImageX1_OnSelectObject(); });
+  });
+  // Sizing a text gives it another height.
+  connect(surface_, &ImageX::OnObjectMoved, this, [this] {
+    Guarded("frmwatermarkcreator", "ImageX1_OnObjectMoved", [this] { ShowSelection(); });
+  });
+  connect(surface_, &ImageX::OnKeyPress, this, [this](int key) {
+    if (key != Qt::Key_Delete) return;
+    Guarded("frmwatermarkcreator", "Command4_Click", [this] { Command4_Click(); });
+  });
+  surface_->SetSettings(load_);
+  surface_->Assign(photo);
+  SetWorking(false);
+  save_->setEnabled(false);
+  ShowTransparency(kOpaque);
+  ShowSelection();
+  const QSize room = screen()->availableGeometry().size();
+  resize(kUsualSize.boundedTo(room * 0.9));
+}
+
+QPushButton* frmwatermarkcreator::AddButton(const QString& caption, const char* name,
+                                            void (frmwatermarkcreator::*handler)()) {
+  auto* button = new QPushButton(caption);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setAutoDefault(false);
+  const QByteArray procedure = QByteArray(name) + "_Click";
+  connect(button, &QPushButton::clicked, this, [this, procedure, handler] {
+    Guarded("frmwatermarkcreator", procedure.constData(), [&] { (this->*handler)(); });
+  });
+  return button;
+}
+
+QWidget* frmwatermarkcreator::ComposePanel() {
+  auto* panel = new QWidget;
+  auto* column = new QVBoxLayout(panel);
+  look::SetSpace(column, 0, look::kSpace8);
+  column->setContentsMargins(0, 0, look::kSpace12, 0);
+  auto* grid = new QGridLayout;
+  look::SetSpace(grid, 0, look::kSpace8);
+  grid->addWidget(
+      AddButton(u"Insert New &Text"_s, "Command1", &frmwatermarkcreator::Command1_Click), 0, 0);
+  grid->addWidget(
+      AddButton(u"Import New I&mage"_s, "Command3", &frmwatermarkcreator::Command3_Click), 0, 1);
+  column->addLayout(grid);
+  column->addSpacing(look::kSpace8);
+  column->addWidget(text_);
+  QLabel* caption = look::Caption(u"Image/Text Trans&parency"_s);
+  caption->setAlignment(Qt::AlignLeft);
+  caption->setBuddy(transparency_);
+  column->addWidget(caption);
+  transparency_->setObjectName(u"Slider1"_s);
+  transparency_->setRange(0, kOpaque);
+  transparencyText_->setObjectName(u"Text8"_s);
+  transparencyText_->setMinimumWidth(look::kSpace24);
+  transparencyText_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* row = new QHBoxLayout;
+  look::SetSpace(row, 0, look::kSpace8);
+  row->addWidget(transparency_, 1);
+  row->addWidget(transparencyText_);
+  column->addLayout(row);
+  column->addSpacing(look::kSpace8);
+  auto* arranging = new QGridLayout;
+  look::SetSpace(arranging, 0, look::kSpace8);
+  ComposeArranging(arranging);
+  column->addLayout(arranging);
+  column->addStretch(1);
+  auto* scroll = new QScrollArea;
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidget(panel);
+  scroll->setWidgetResizable(true);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setMinimumWidth(std::max(kPanelWidth, panel->minimumSizeHint().width()));
+  scroll->setMaximumWidth(scroll->minimumWidth());
+  return scroll;
+}
+
+void frmwatermarkcreator::ComposeArranging(QGridLayout* grid) {
+  using Window = frmwatermarkcreator;
+  sendBack_ = AddButton(u"Se&nd to Back"_s, "Command7", &Window::Command7_Click);
+  bringFront_ = AddButton(u"B&ring to Front"_s, "Command8", &Window::Command8_Click);
+  selectAll_ = AddButton(u"Se&lect All"_s, "Command10", &Window::Command10_Click);
+  deselectAll_ = AddButton(u"&Deselect All"_s, "Command11", &Window::Command11_Click);
+  remove_ = AddButton(u"Remo&ve"_s, "Command4", &Window::Command4_Click);
+  removeAll_ = AddButton(u"R&emove All"_s, "Command9", &Window::Command9_Click);
+  QPushButton* const buttons[] = {sendBack_,    bringFront_, selectAll_,
+                                  deselectAll_, remove_,     removeAll_};
+  int place = 0;
+  for (QPushButton* button : buttons) {
+    grid->addWidget(button, place / 2, place % 2);
+    ++place;
+  }
+}
+
+QLayout* frmwatermarkcreator::ComposeFoot() {
+  auto* foot = new QHBoxLayout;
+  look::SetSpace(foot, 0, look::kSpace8);
+  size_->setObjectName(u"Label1"_s);
+  foot->addWidget(size_, 1);
+  auto* close = new QPushButton(tr("&Close"));
+  close->setObjectName(u"Command12"_s);
+  close->setAutoDefault(false);
+  connect(close, &QPushButton::clicked, this, &QDialog::reject);
+  foot->addWidget(close);
+  foot->addWidget(AddButton(u"Save &As"_s, "Command6", &frmwatermarkcreator::Command6_Click));
+  save_ = AddButton(u"&Save"_s, "Command5", &frmwatermarkcreator::Command5_Click);
+  look::MakePrimary(save_);
+  // Enter belongs to the fields.
+  save_->setDefault(false);
+  save_->setAutoDefault(false);
+  save_->setToolTip(tr("A new template is saved under a name first"));
+  foot->addWidget(save_);
+  return foot;
+}
+
+void frmwatermarkcreator::EditTemplate(const QString& name, const VectorObjects& objects) {
+  name_ = name;
+  surface_->SetObjects(objects);
+  saved_ = surface_->Objects();
+  save_->setEnabled(true);
+  ShowSelection();
+}
+
+// Layers.
+
+void frmwatermarkcreator::ChangeLayers(const Change& change) {
+  VectorObjects objects = surface_->Objects();
+  change(objects, surface_->SelectedObjects());
+  surface_->SetObjects(objects);
+}
+
+int frmwatermarkcreator::AddLayer(const std::function<int(VectorObjects& objects)>& add) {
+  adding_ = true;
+  surface_->DeselectAllObjects();
+  VectorObjects objects = surface_->Objects();
+  const int id = add(objects);
+  surface_->SetObjects(objects);
+  surface_->SelectObject(id, true);
+  adding_ = false;
+  ShowSelection();
+  return id;
+}
+
+void frmwatermarkcreator::Command1_Click() {
+  AddLayer([this](VectorObjects& objects) { return InsertNewText(objects, text_->NewText()); });
+  text_->BeginTyping();
+}
+
+void frmwatermarkcreator::Command3_Click() {
+  const QString path =
+      Pick({PickRequest::What::OpenFile, u"Import New Image"_s, QString(), OpenPictureFilters()});
+  if (path.isEmpty()) return;
+  SetWorking(true);
+  const ImportedImage image = RunAside([&] { return LoadImage(path, load_); });
+  SetWorking(false);
+  if (!image.loaded) {
+    MsgBox(image.loaded.Reason(), MessageKind::Warning);
+    return;
+  }
+  AddLayer(
+      [&](VectorObjects& objects) { return ImportNewImage(objects, image.picture, image.size); });
+  surface_->setFocus();
+}
+
+void frmwatermarkcreator::Command4_Click() {
+  if (surface_->SelectedObjects().empty()) return;
+  SetWorking(true, QString::fromUtf16(watermark_text::kRemoving));
+  ChangeLayers([](VectorObjects& objects, const std::vector<int>& selected) {
+    RemoveLayers(objects, selected);
+  });
+  SetWorking(false);
+  ShowSelection();
+}
+
+void frmwatermarkcreator::Command7_Click() {
+  SetWorking(true, QString::fromUtf16(watermark_text::kSendingBack));
+  ChangeLayers([](VectorObjects& objects, const std::vector<int>& selected) {
+    SendToBack(objects, selected);
+  });
+  SetWorking(false);
+}
+
+void frmwatermarkcreator::Command8_Click() {
+  SetWorking(true, QString::fromUtf16(watermark_text::kBringingFront));
+  ChangeLayers([](VectorObjects& objects, const std::vector<int>& selected) {
+    BringToFront(objects, selected);
+  });
+  SetWorking(false);
+}
+
+void frmwatermarkcreator::Command9_Click() {
+  if (surface_->Objects().IsEmpty()) return;
+  if (MsgBox(QString::fromUtf16(watermark_text::kRemoveAll), MessageKind::Question,
+             Buttons::YesNo) != Answer::Yes)
+    return;
+  surface_->RemoveAllObjects();
+  ShowSelection();
+}
+
+void frmwatermarkcreator::Command10_Click() {
+  surface_->SelectAllObjects();
+}
+
+void frmwatermarkcreator::Command11_Click() {
+  surface_->DeselectAllObjects();
+}
+
+void frmwatermarkcreator::Altered(const QString& what) {
+  if (filling_) return;
+  ChangeLayers([&](VectorObjects& objects, const std::vector<int>& selected) {
+    AlterText(objects, selected, text_->Panel(), what);
+  });
+}
+
+void frmwatermarkcreator::Slider1_Change() {
+  transparencyText_->setText(QString::number(transparency_->value()));
+  if (filling_) return;
+  ChangeLayers([&](VectorObjects& objects, const std::vector<int>& selected) {
+    SetTransparency(objects, selected, transparency_->value());
+  });
+}
+
+// What is shown.
+
+void frmwatermarkcreator::ImageX1_OnSelectObject() {
+  if (!adding_) ShowSelection();
+}
+
+void frmwatermarkcreator::ShowTransparency(int transparency) {
+  transparency_->setValue(transparency);
+  transparencyText_->setText(QString::number(transparency));
+}
+
+void frmwatermarkcreator::ShowSelection() {
+  const SelectionState state = StateOf(surface_->Objects(), surface_->SelectedObjects());
+  filling_ = true;
+  text_->SetPanel(state.text.value_or(text_->NewText()));
+  state.text ? text_->UnlockText() : text_->LockText();
+  if (state.transparency) ShowTransparency(*state.transparency);
+  filling_ = false;
+  transparency_->setEnabled(state.any);
+  for (QPushButton* button : {sendBack_, bringFront_, deselectAll_, remove_})
+    button->setEnabled(state.any);
+  for (QPushButton* button : {selectAll_, removeAll_})
+    button->setEnabled(!surface_->Objects().IsEmpty());
+}
+
+void frmwatermarkcreator::SetWorking(bool working, const QString& text) {
+  working_ = working;
+  size_->setText(working ? text
+                         : TemplateSizeText({surface_->ImageWidth(), surface_->ImageHeight()}));
+  if (working) size_->repaint();
+}
+
+void frmwatermarkcreator::keyPressEvent(QKeyEvent* event) {
+  if (!event->matches(QKeySequence::Save)) return QDialog::keyPressEvent(event);
+  Guarded("frmwatermarkcreator", "Form_KeyDown", [this] { Save(); });
+}
+
+// Saving.
+
+bool frmwatermarkcreator::HasLayers() {
+  if (!surface_->Objects().IsEmpty()) return true;
+  MsgBox(QString::fromUtf16(watermark_text::kEmpty), MessageKind::Information);
+  return false;
+}
+
+bool frmwatermarkcreator::Save() {
+  if (!HasLayers()) return false;
+  if (name_.isEmpty()) return SaveAs();
+  const VectorObjects objects = surface_->Objects();
+  SetWorking(true, QString::fromUtf16(template_text::kSaving));
+  const Outcome saved = SaveTemplate(TemplatePath(folder_, name_), objects,
+                                     {surface_->ImageWidth(), surface_->ImageHeight()});
+  SetWorking(false);
+  if (!saved) {
+    MsgBox(saved.Reason(), MessageKind::Warning);
+    return false;
+  }
+  saved_ = objects;
+  Q_EMIT TemplateSaved(name_);
+  MsgBox(QString::fromUtf16(template_text::kSaved), MessageKind::Information);
+  return true;
+}
+
+bool frmwatermarkcreator::SaveAs() {
+  if (!HasLayers()) return false;
+  const VectorObjects objects = surface_->Objects();
+  frmwatername dialog(folder_, objects, {surface_->ImageWidth(), surface_->ImageHeight()}, name_,
+                      this);
+  dialog.exec();
+  if (dialog.SavedName().isEmpty()) return false;
+  name_ = dialog.SavedName();
+  saved_ = objects;
+  save_->setEnabled(true);
+  Q_EMIT TemplateSaved(name_);
+  return true;
+}
+
+void frmwatermarkcreator::Command5_Click() {
+  Save();
+}
+
+void frmwatermarkcreator::Command6_Click() {
+  SaveAs();
+}
+
+void frmwatermarkcreator::reject() {
+  if (working_) return;
+  bool mayClose = true;
+  Guarded("frmwatermarkcreator", "Form_Unload", [&] { mayClose = SettleChanges(); });
+  if (mayClose) QDialog::reject();
+}
+
+bool frmwatermarkcreator::SettleChanges() {
+  const VectorObjects& objects = surface_->Objects();
+  if (objects.IsEmpty() || objects == saved_) return true;
+  if (MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNo) ==
+      Answer::No)
+    return true;
+  // What can't be saved isn't given up.
+  return Save();
+}
+
+}  // namespace zqm
