@@ -34,7 +34,7 @@ namespace {
 
 constexpr QSize kSize{980, 720};
 constexpr int kTemplatesWidth = 280;
-constexpr int kTurnerWidth = 40;
+constexpr int kTurnerWidth = 56;
 constexpr QSize kIcon{48, 64};
 constexpr int kMostCopies = 999;  // that the arrows reach
 
