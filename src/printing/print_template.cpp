@@ -80,7 +80,7 @@ QString TemplateRecordFile(const QString& folder, const QString& name) {
   return PathIn(folder, name + u".txt"_s);
 }
 
-QStringList TemplatesName(const QString& folder) {
+QStringList PrintTemplatesName(const QString& folder) {
   QStringList names;
   for (const QString& file : QDir(folder).entryList(QDir::Files, QDir::Name | QDir::IgnoreCase)) {
     const QString name = GetBaseName(file);
@@ -138,12 +138,6 @@ Outcome RemoveTemplate(const QString& folder, const QString& name) {
   for (const QString& path : {TemplateObjectsFile(folder, name), TemplateRecordFile(folder, name)})
     if (FileExists(path))
       if (const Outcome deleted = DeleteFile(path); !deleted) return deleted;
-  return {};
-}
-
-Outcome CheckTemplateName(const QString& name) {
-  if (name.isEmpty()) return Failure{QString::fromUtf16(print_text::kNoTemplateName)};
-  if (!CheckIfValidFN(name)) return Failure{QString::fromUtf16(print_text::kBadTemplateName)};
   return {};
 }
 

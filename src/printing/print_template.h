@@ -37,7 +37,7 @@ QString TemplateObjectsFile(const QString& folder, const QString& name);
 QString TemplateRecordFile(const QString& folder, const QString& name);
 
 /// The base names of the files in the folder that are no pictures, each once, sorted.
-QStringList TemplatesName(const QString& folder);
+QStringList PrintTemplatesName(const QString& folder);
 
 /// Reasons are whole messages.
 Result<PrintTemplate> LoadTemplate(const QString& folder, const QString& name);
@@ -45,9 +45,6 @@ Result<PrintTemplate> LoadTemplate(const QString& folder, const QString& name);
 Outcome SaveTemplate(const QString& folder, const QString& name, const PrintTemplate& layout);
 /// Both files; one that is missing is no failure.
 Outcome RemoveTemplate(const QString& folder, const QString& name);
-
-/// Why a name for a template won't do, as a message.
-Outcome CheckTemplateName(const QString& name);
 
 /// The record, and back; no ID that was cut off at its end counts.
 QByteArray EncodeTemplateRecord(const PrintTemplate& layout);

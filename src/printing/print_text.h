@@ -14,9 +14,6 @@ inline constexpr char16_t kNoBoxes[] =
     u"The template must contain at least one picture box before it can be saved.";
 inline constexpr char16_t kOutsidePaper[] =
     u"One or more picture boxes are found outside or too close to the border of the paper.";
-inline constexpr char16_t kNoTemplateName[] = u"Invalid template name.";
-inline constexpr char16_t kBadTemplateName[] =
-    u"A filename cannot contain any of the following characters:\n\\ / : * ? \" < > |";
 
 // Paper
 inline constexpr char16_t kInvalidWidth[] = u"Invalid paper width.";

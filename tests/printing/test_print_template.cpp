@@ -47,7 +47,7 @@ TEST(PrintTemplates, ComeBackWithTheirBoxesInOrder) {
     EXPECT_EQ(boxes[static_cast<std::size_t>(i)].left(), i);
   scratch.Write("half.iev", "x");
   scratch.Write("photo.txt", test::SampleJpeg(8, 8));
-  EXPECT_EQ(TemplatesName(folder), (QStringList{name, u"half"_s}));
+  EXPECT_EQ(PrintTemplatesName(folder), (QStringList{name, u"half"_s}));
   ASSERT_TRUE(RemoveTemplate(folder, name));
   EXPECT_EQ(scratch.Names(), (QStringList{u"half.iev"_s, u"photo.txt"_s}));
 }
@@ -111,15 +111,6 @@ TEST(PrintTemplates, AHalfWrittenPairLeavesTheOldOne) {
   EXPECT_EQ(test::Scratch::Read(scratch.Path("t.iev")), before);
   EXPECT_FALSE(SaveTemplate(folder, u"new"_s, Boxes(2)));
   EXPECT_FALSE(QFile::exists(scratch.Path("new.iev")));
-}
-
-TEST(PrintTemplates, NamesThatCantBeFilesAreRefused) {
-  EXPECT_EQ(CheckTemplateName(u""_s).Reason(), u"Invalid template name.");
-  EXPECT_TRUE(CheckTemplateName(u"O'Neill für alle"_s));
-  for (const QChar sign : u"\\/:*?\"<>|"_s)
-    EXPECT_EQ(CheckTemplateName(u"a"_s + sign).Reason(),
-              u"A filename cannot contain any of the following characters:\n"
-              u"\\ / : * ? \" < > |");
 }
 
 TEST(StandardTemplates, LieOnTheirPaperWithoutTouching) {

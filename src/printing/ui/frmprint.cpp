@@ -238,7 +238,7 @@ void frmprint::ComposeFoot(QBoxLayout* column) {
 void frmprint::FillTemplates() {
   const QSignalBlocker quiet(templates_);
   templates_->clear();
-  for (const QString& name : TemplatesName(folder_)) {
+  for (const QString& name : PrintTemplatesName(folder_)) {
     auto* item = new QListWidgetItem(SmallPicture(folder_, name, devicePixelRatioF()), name);
     item->setToolTip(name);
     templates_->addItem(item);
