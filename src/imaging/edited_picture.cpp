@@ -212,12 +212,18 @@ Outcome EditedPicture::RemoveRedEyes() {
 Outcome EditedPicture::Rotate(double degrees, bool antialias, int quality) {
   if (Image().isNull()) return FailureOf(kNoPicture);
   if (!std::isfinite(degrees)) return Failure{u"The angle is not a number"_s};
-  return ApplyToAll(
+  const Outcome turned = ApplyToAll(
       [=](const QImage& picture) { return Rotated(picture, degrees, antialias && quality > 0); });
+  // Elsewhere in the picture now, also where the size is the same.
+  if (turned) Deselect();
+  return turned;
 }
 
 Outcome EditedPicture::Flip(FlipDirection direction) {
-  return ApplyToAll([=](const QImage& picture) { return Flipped(picture, direction); });
+  const Outcome flipped =
+      ApplyToAll([=](const QImage& picture) { return Flipped(picture, direction); });
+  if (flipped) Deselect();
+  return flipped;
 }
 
 Outcome EditedPicture::Resample(int width, int height, ResampleFilter filter,
@@ -225,8 +231,9 @@ Outcome EditedPicture::Resample(int width, int height, ResampleFilter filter,
   if (Image().isNull()) return FailureOf(kNoPicture);
   const std::optional<QSize> size = SizeFor(Image().size(), width, height);
   if (!size) return FailureOf(kTooLarge);
+  // In a copy equal pixels are others: a density is only written along with pixels.
   const Outcome done = ApplyToAll([=](const QImage& picture) {
-    return picture.size() == *size ? picture : zqm::Resample(picture, *size, filter);
+    return picture.size() == *size ? picture.copy() : zqm::Resample(picture, *size, filter);
   });
   if (done && dpi) {
     SetIOProperty(u"DPIX", QString::number(*dpi));

@@ -181,7 +181,7 @@ QImage Sharpen(const QImage& picture, double intensity, int neighbourhood, doubl
   constexpr double kMost = 3;
   const double strength = std::clamp(intensity, 0.0, 100.0) / 100 * kMost;
   const int width = std::clamp(neighbourhood, 1, 99) | 1;
-  if (strength == 0 || width == 1) return InWorkFormat(picture);
+  if (!(strength > 0) || width == 1) return InWorkFormat(picture);
   const double shrunk = width * std::clamp(scale, 0.0, 1.0);
   if (shrunk <= 1) return InWorkFormat(picture);  // too fine to be seen at that size
   const bool whole = scale >= 1;

@@ -22,6 +22,7 @@ Answer HarmlessAnswer(Buttons buttons) {
     case Buttons::OkCancel:
       return Answer::Cancel;
     case Buttons::YesNo:
+    case Buttons::YesNoNeeded:
       return Answer::No;
     case Buttons::Ok:
       break;

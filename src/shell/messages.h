@@ -12,7 +12,12 @@ namespace zqm {
 inline constexpr char16_t kMessageTitle[] = u"Zolmira QM";
 
 enum class MessageKind { Plain, Information, Warning, Critical, Question };
-enum class Buttons { Ok, OkCancel, YesNo };
+enum class Buttons {
+  Ok,
+  OkCancel,
+  YesNo,
+  YesNoNeeded,  ///< Yes is what Enter means, and nothing but the two buttons answers
+};
 enum class Answer { Ok, Cancel, Yes, No };
 
 using MessageHandler =

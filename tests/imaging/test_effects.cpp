@@ -104,6 +104,20 @@ TEST(Effects, NeutralSettingsChangeNothing) {
   }
 }
 
+TEST(Effects, SurviveGarbage) {
+  const QImage in = Noise({40, 30}, QImage::Format_ARGB32);
+  for (const double number :
+       {std::nan(""), 1e300, -1e300, std::numeric_limits<double>::infinity()}) {
+    for (const QImage& out :
+         {Blur(in, number), Sharpen(in, number, 9), ReduceNoise(in, number, number),
+          BumpMap(in, {50, number, number, number}), BumpMap(in, {number, 135, 45, 1}),
+          Lens(in, {{number, 0.5}, number, 50}), Lens(in, {{0.5, 0.5}, 50, number}),
+          Wave(in, {10, number, number}), Wave(in, {number, 50, 0}),
+          TemperatureTint(in, number, number)})
+      EXPECT_EQ(out.size(), in.size()) << number;
+  }
+}
+
 TEST(Effects, WorkOnEveryFormatAndSizeAndLeaveAlphaAlone) {
   for (const Effect& effect : Strong()) {
     EXPECT_TRUE(effect.work({}, {}).isNull()) << effect.name;

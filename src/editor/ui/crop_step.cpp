@@ -3,13 +3,24 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <cmath>
 
 #include "editor/ui/number_edit.h"
+#include "imaging/codec.h"
 #include "shell/ui/look.h"
 
 using namespace Qt::StringLiterals;
 
 namespace zqm {
+namespace {
+
+/// Whole pixels, 0 for without limit.
+int Limit(double pixels) {
+  return pixels > 0 ? static_cast<int>(std::clamp(std::round(pixels), 1.0, double{kMostPixels}))
+                    : 0;
+}
+
+}  // namespace
 
 CropStep::CropStep(ImageX& picture)
     : EditStep("fracrop", tr("Crop"),
@@ -25,8 +36,8 @@ CropStep::CropStep(ImageX& picture)
   selected_->setObjectName(u"lblselection"_s);
   Body()->addWidget(selected_);
   AddButton(
-      tr("&Crop"), "Command6", [this] { Crop(); }, true);
-  AddButton(tr("Cl&ear"), "Command7", [this] { Image().Deselect(); });
+      tr("Cro&p"), "Command6", [this] { Crop(); }, true);
+  AddButton(tr("Clea&r"), "Command7", [this] { Image().Deselect(); });
   connect(&picture, &ImageX::OnMouseDown, this, [this](const QPointF&, Qt::MouseButton button) {
     if (button == Qt::LeftButton && Image().GetMouseInteract(u"SELECTRECT"_s))
       Guarded("frmedit", "ImageX1_OnMouseDown", [this] { TakeLimits(); });
@@ -43,8 +54,8 @@ void CropStep::Enter() {
 
 void CropStep::TakeLimits() {
   const CropLimits limits = ReadCropLimits(width_->text(), height_->text());
-  Image().SetSelectionMaxWidth(static_cast<int>(limits.maxWidth));
-  Image().SetSelectionMaxHeight(static_cast<int>(limits.maxHeight));
+  Image().SetSelectionMaxWidth(Limit(limits.maxWidth));
+  Image().SetSelectionMaxHeight(Limit(limits.maxHeight));
   Image().SetSelectionAspectRatio(limits.aspect);
 }
 
@@ -54,8 +65,10 @@ void CropStep::ShowSelection() {
 }
 
 void CropStep::Crop() {
-  Tell(Image().CropToSelection());
-  Image().Deselect();
+  if (!Image().HasSelection()) return;
+  const Outcome cropped = Image().CropToSelection();
+  if (cropped) Image().Deselect();
+  Tell(cropped);
 }
 
 }  // namespace zqm

@@ -18,8 +18,8 @@ struct Row {
 };
 
 constexpr char16_t kFile[] = u"&File", kEdit[] = u"&Edit", kSelection[] = u"&Selection Tool",
-                   kColors[] = u"&Colors", kEffects[] = u"E&ffects", kView[] = u"&View",
-                   kHelp[] = u"&Help", kRotate[] = u"&Rotate";
+                   kColors[] = u"&Colors", kEffects[] = u"Effec&ts", kView[] = u"&View",
+                   kHelp[] = u"&Help", kRotate[] = u"Rotat&e";
 
 constexpr Row kRows[] = {
     {EditCommand::Open,
@@ -54,7 +54,7 @@ constexpr Row kRows[] = {
      kEdit,
      nullptr,
      {u"Undo &All", u"Ctrl+Alt+Z", "edit-undo", "mnu_undo_all", u"Back to the oldest state"}},
-    {EditCommand::Redo, kEdit, nullptr, {u"&Redo", u"Ctrl+Shift+Z", "edit-redo", "mnu_redo", u""}},
+    {EditCommand::Redo, kEdit, nullptr, {u"Re&do", u"Ctrl+Shift+Z", "edit-redo", "mnu_redo", u""}},
     {EditCommand::Level,
      kEdit,
      nullptr,
@@ -63,7 +63,7 @@ constexpr Row kRows[] = {
     {EditCommand::Rotate180,
      kEdit,
      kRotate,
-     {u"&180°", u"Ctrl+Alt+Down", "", "mnu_rotate_180", u""}},
+     {u"&180", u"Ctrl+Alt+Down", "", "mnu_rotate_180", u""}},
     {EditCommand::RotateClockwise,
      kEdit,
      kRotate,
@@ -96,7 +96,7 @@ constexpr Row kRows[] = {
     {EditCommand::RedEye,
      kEdit,
      nullptr,
-     {u"Red &Eye Removal", u"Ctrl+4", "redeyes", "mnu_red_eye", u""}},
+     {u"Red E&ye Removal", u"Ctrl+4", "redeyes", "mnu_red_eye", u""}},
     {EditCommand::Sharpen, kEdit, nullptr, {u"&Sharpen/Noise", u"Ctrl+5", "", "mnu_sharpen", u""}},
     {EditCommand::Color,
      kEdit,

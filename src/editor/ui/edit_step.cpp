@@ -2,6 +2,7 @@
 #include "editor/ui/edit_step.h"
 
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 
@@ -37,12 +38,23 @@ QPushButton* EditStep::AddButton(const QString& caption, const char* name,
                                  const std::function<void()>& work, bool primary) {
   auto* button = new QPushButton(caption);
   button->setObjectName(QString::fromLatin1(name));
-  if (primary) look::MakePrimary(button);
+  if (primary) {
+    look::MakePrimary(button);
+    primary_ = button;
+  }
   const QByteArray handler = QByteArray(name) + "_Click";
-  connect(button, &QPushButton::clicked, this,
-          [handler, work] { Guarded("frmedit", handler.constData(), work); });
+  connect(button, &QPushButton::clicked, this, [this, handler, work] {
+    Q_EMIT Acting();
+    Guarded("frmedit", handler.constData(), work);
+  });
   buttons_->addWidget(button);
   return button;
+}
+
+void EditStep::keyPressEvent(QKeyEvent* event) {
+  const bool enters = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (!enters || primary_ == nullptr) return QWidget::keyPressEvent(event);
+  primary_->click();
 }
 
 void EditStep::Tell(const Outcome& outcome) {

@@ -28,6 +28,8 @@ class EditStep : public QWidget {
 
  Q_SIGNALS:
   void ToolWanted(const QString& tool);
+  /// One of the panel's buttons is about to work on the picture.
+  void Acting();
 
  protected:
   /// `frame` is the panel's name.
@@ -43,10 +45,14 @@ class EditStep : public QWidget {
   /// Says why an operation failed.
   static void Tell(const Outcome& outcome);
 
+  /// Enter presses the primary button.
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   ImageX& picture_;
   QVBoxLayout* body_;
   QHBoxLayout* buttons_;
+  QPushButton* primary_ = nullptr;
 };
 
 void AddField(QGridLayout* grid, const QString& caption, QWidget* field, QWidget* unit = nullptr);

@@ -2,8 +2,11 @@
 #include "editor/ui/frmedit.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -18,6 +21,7 @@
 #include "editor/ui/save_step.h"
 #include "editor/ui/tool_strip.h"
 #include "editor/ui/watermark_step.h"
+#include "imaging/codec.h"
 #include "imaging/file_filters.h"
 #include "shell/busy.h"
 #include "shell/error.h"
@@ -55,6 +59,12 @@ constexpr StepCaption kSteps[] = {
     {kSaveStep, u"10. Save", "Label10"},
 };
 
+/// The file itself, or a JPEG beside it where its format can't be written.
+QString ProposedPath(const QString& path) {
+  if (CodecForSaving(GetExtensionName(path).toLower()) != nullptr) return path;
+  return PathIn(GetParentFolderName(path), GetBaseName(path) + u".jpg"_s);
+}
+
 QPushButton* CaptionButton(const char16_t* text, const char* name) {
   QPushButton* button = look::StepButton(QString::fromUtf16(text));
   button->setObjectName(QString::fromLatin1(name));
@@ -62,6 +72,27 @@ QPushButton* CaptionButton(const char16_t* text, const char* name) {
 }
 
 }  // namespace
+
+/// While a file is written: nothing can be done, and closing waits.
+class frmedit::Locked {
+ public:
+  explicit Locked(frmedit& window) : window_(window), focus_(window.focusWidget()) {
+    window_.panels_[5]->setText(tr("Saving…"));
+    window_.setEnabled(false);
+    YieldToInterface();
+  }
+  ~Locked() {
+    window_.panels_[5]->setText(u"Ready"_s);
+    window_.setEnabled(true);
+    if (focus_) focus_->setFocus();
+  }
+  Locked(const Locked&) = delete;
+  Locked& operator=(const Locked&) = delete;
+
+ private:
+  frmedit& window_;
+  QPointer<QWidget> focus_;
+};
 
 frmedit::frmedit(Session& session, BrowserView* view, QWidget* parent)
     : QMainWindow(parent),
@@ -141,6 +172,9 @@ QWidget* frmedit::ComposeSteps() {
     place->addWidget(step);
     step->hide();
     connect(step, &EditStep::ToolWanted, this, &frmedit::SetTool);
+    connect(step, &EditStep::Acting, this, [this] { ShowPage(Page::Editing); });
+    for (QComboBox* list : step->findChildren<QComboBox*>())
+      list->installEventFilter(this);
   }
   place->addStretch(1);
   auto* scroll = new QScrollArea;
@@ -203,6 +237,7 @@ void frmedit::ConnectPicture() {
   connect(image1_, &ImageX::OnFinishWork, this, [this] {
     image1_->ClearAllRedo();
     UpdateStatusBar();
+    TellLostUndo();
   });
   connect(image1_, &ImageX::OnProgress, this, [this](int percent) {
     panels_[5]->setText(percent < 100 ? u"%1%"_s.arg(percent) : u"Ready"_s);
@@ -214,9 +249,12 @@ void frmedit::ConnectPicture() {
     image->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(image, &QWidget::customContextMenuRequested, this, [this, image](const QPoint& at) {
       UpdateEnabled();
+      QAction* clear = actions_->Get(EditCommand::ClearSelection);
+      clear->setEnabled(image1_->HasSelection());
       QMenu menu(this);
       actions_->FillPictureMenu(&menu);
       menu.exec(image->mapToGlobal(at));
+      clear->setEnabled(true);
     });
   }
 }
@@ -250,6 +288,7 @@ void frmedit::PrepareToShow() {
 // Files.
 
 Outcome frmedit::Load(const QString& path) {
+  if (Outcome may = MayBeEdited(path); !may) return may;
   const EditedFile file = EditedFile::Of(path);
   // Apart from the control: what can't be loaded doesn't take the place of what is edited.
   Picture picture;
@@ -263,7 +302,6 @@ Outcome frmedit::Load(const QString& path) {
 }
 
 Outcome frmedit::OpenPhoto(const QString& path) {
-  if (Outcome may = MayBeEdited(path); !may) return may;
   for (ImageX* image : {image1_, image2_})
     image->LockUpdate(true);
   const Outcome loaded = Load(path);
@@ -273,8 +311,8 @@ Outcome frmedit::OpenPhoto(const QString& path) {
 
 bool frmedit::SettleChanges() {
   if (!modified_) return true;
-  const QString question = u"Save changes to "_s + GetFileName(file_.path) + u'?';
-  if (MsgBox(question, MessageKind::Question, Buttons::YesNo) == Answer::No) return true;
+  const QString question = u"Save changes to  "_s + GetFileName(file_.path) + u'?';
+  if (MsgBox(question, MessageKind::Question, Buttons::YesNoNeeded) == Answer::No) return true;
   // What can't be saved isn't given up.
   return Save();
 }
@@ -299,11 +337,11 @@ SaveFollowers frmedit::Followers() {
 
 bool frmedit::Save() {
   if (file_.path.isEmpty()) return false;
-  setEnabled(false);
-  YieldToInterface();
-  const SaveResult result = SaveEdited(Followers(), image1_->GetPicture(), file_);
-  panels_[5]->setText(u"Ready"_s);
-  setEnabled(true);
+  SaveResult result;
+  {
+    const Locked locked(*this);
+    result = SaveEdited(Followers(), image1_->GetPicture(), file_);
+  }
   if (!result) MsgBox(result.Reason(), MessageKind::Warning);
   return bool(result.saved);
 }
@@ -316,8 +354,8 @@ void frmedit::Command17_Click() {
   Guarded("frmedit", "Command17_Click", [this] {
     if (file_.path.isEmpty()) return;
     const QString typed =
-        Pick({PickRequest::What::SaveFile, QString::fromUtf16(edit_text::kSaveTitle), file_.path,
-              SavePictureFilters()});
+        Pick({PickRequest::What::SaveFile, QString::fromUtf16(edit_text::kSaveTitle),
+              ProposedPath(file_.path), SavePictureFilters()});
     if (typed.isEmpty()) return;
     const SaveTarget target = FindSaveTarget(typed);
     if (target.exists &&
@@ -325,11 +363,11 @@ void frmedit::Command17_Click() {
       setWindowTitle(u"Zolmira QM - Photo Editor"_s);
       return;
     }
-    setEnabled(false);
-    YieldToInterface();
-    const SaveResult result = SaveEditedAs(Followers(), image1_->GetPicture(), target, file_);
-    panels_[5]->setText(u"Ready"_s);
-    setEnabled(true);
+    SaveResult result;
+    {
+      const Locked locked(*this);
+      result = SaveEditedAs(Followers(), image1_->GetPicture(), target, file_);
+    }
     if (result.saved) modified_ = false;
     if (!result) MsgBox(result.Reason(), MessageKind::Warning);
   });
@@ -354,26 +392,45 @@ void frmedit::Tell(const Outcome& outcome) {
   if (!outcome) MsgBox(outcome.Reason(), MessageKind::Warning);
 }
 
+/// A list is searched by typing letters, which are tools elsewhere.
+bool frmedit::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && qobject_cast<QComboBox*>(watched) != nullptr) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (!(key->modifiers() & ~Qt::ShiftModifier) && !key->text().isEmpty()) event->accept();
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
 // What is shown.
 
 void frmedit::UpdateStatusBar() {
   ShowZoom();
   panels_[1]->setText(u"%1px X %2px"_s.arg(image1_->ImageWidth()).arg(image1_->ImageHeight()));
   panels_[2]->setText(GetFileName(file_.path));
-  panels_[4]->setText(u"Bits Per Sample: "_s + image1_->GetIOProperty(u"BITSPERSAMPLE"));
+  panels_[4]->setText(u"Bits Per Sample:  "_s + image1_->GetIOProperty(u"BITSPERSAMPLE"));
   panels_[5]->setText(u"Ready"_s);
-  panels_[6]->setText(u"File Type: "_s + image1_->GetIOProperty(u"FILETYPESTR"));
+  panels_[6]->setText(u"File Type:  "_s + image1_->GetIOProperty(u"FILETYPESTR"));
   UpdateEnabled();
+}
+
+/// Once, when the way back to the beginning is cut.
+void frmedit::TellLostUndo() {
+  const int lost = image1_->History().Lost();
+  if (lost > 0 && lostUndo_ == 0)
+    MsgBox(u"Undo cannot go back to the beginning any more: "_s + image1_->History().LostReason(),
+           MessageKind::Warning);
+  lostUndo_ = lost;
 }
 
 void frmedit::ShowZoom() {
   const ImageX* shown = pages_->currentIndex() == 0 ? image1_ : image2_;
-  panels_[0]->setText(u"Zoom : %1%"_s.arg(qRound(shown->Zoom())));
+  panels_[0]->setText(u"Zoom :  %1%"_s.arg(qRound(shown->Zoom())));
 }
 
 void frmedit::ShowPosition(const QPointF& pixel) {
-  const int x = std::clamp(static_cast<int>(pixel.x()), 0, image1_->ImageWidth());
-  const int y = std::clamp(static_cast<int>(pixel.y()), 0, image1_->ImageHeight());
+  const ImageX* shown = pages_->currentIndex() == 0 ? image1_ : image2_;
+  const int x = std::clamp(static_cast<int>(pixel.x()), 0, shown->ImageWidth());
+  const int y = std::clamp(static_cast<int>(pixel.y()), 0, shown->ImageHeight());
   panels_[3]->setText(u"%1,%2"_s.arg(x).arg(y));
 }
 
@@ -382,8 +439,6 @@ void frmedit::UpdateEnabled() {
   actions_->Get(EditCommand::Undo)->setEnabled(undoes);
   actions_->Get(EditCommand::UndoAll)->setEnabled(undoes);
   actions_->Get(EditCommand::Redo)->setEnabled(image1_->RedoCount() > 0);
-  actions_->Get(EditCommand::ClearSelection)
-      ->setEnabled(image1_->HasSelection() || !image1_->Objects().IsEmpty());
 }
 
 void frmedit::ShowPage(Page page) {

@@ -43,9 +43,11 @@ class frmedit : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   enum class Page { Editing, Original };
+  class Locked;
 
   void Compose();
   QWidget* ComposeSteps();
@@ -57,6 +59,7 @@ class frmedit : public QMainWindow {
   // Commands.
   void Run(EditCommand command);
   void OpenStep(EditCommand command);
+  void LeaveStep();
   void OpenDialog(EditCommand command);
   void ShowStep(EditCommand command);
   void imgtool_Click(int index);
@@ -84,6 +87,7 @@ class frmedit : public QMainWindow {
   void Tell(const Outcome& outcome);
 
   void UpdateStatusBar();
+  void TellLostUndo();
   void ShowZoom();
   void ShowPosition(const QPointF& pixel);
   void UpdateEnabled();
@@ -105,6 +109,7 @@ class frmedit : public QMainWindow {
   QString tool_;
   EditedFile file_;
   bool modified_ = false;
+  int lostUndo_ = 0;
 };
 
 }  // namespace zqm

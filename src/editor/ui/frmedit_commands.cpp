@@ -146,20 +146,28 @@ void frmedit::ShowStep(EditCommand command) {
 
 void frmedit::OpenStep(EditCommand command) {
   ShowPage(Page::Editing);
+  LeaveStep();
   if (!steps_.contains(command)) return OpenDialog(command);
   ShowStep(command);
   steps_.at(command)->Enter();
   if (command == EditCommand::RedEye) imgtool_Click(kEllipse);
 }
 
+/// What a step has over the picture and isn't applied ends with it: a line, a crop's rectangle, a
+/// watermark, which would look like part of the picture and not be saved.
+void frmedit::LeaveStep() {
+  const bool crops = tool_ == QStringView(edit_tool::kCrop);
+  const bool draws =
+      tool_ == QStringView(edit_tool::kLevel) || tool_ == QStringView(edit_tool::kWatermark);
+  if (crops) image1_->Deselect();
+  if (draws) image1_->RemoveAllObjects();
+  if (crops || draws) SetTool(QString());
+}
+
 void frmedit::OpenDialog(EditCommand command) {
   ShowStep(command);
   image1_->RemoveAllObjects();
-  const bool ofStep = tool_ == QStringView(edit_tool::kCrop) ||
-                      tool_ == QStringView(edit_tool::kLevel) ||
-                      tool_ == QStringView(edit_tool::kWatermark);
-  if (tool_ == QStringView(edit_tool::kCrop)) image1_->Deselect();
-  if (ofStep || image1_->GetMouseInteract(u"SELECTRECT"_s)) SetTool(QString());
+  if (image1_->GetMouseInteract(u"SELECTRECT"_s)) SetTool(QString());
   for (const QStringView mode : {u"SELECTRECT", u"PUTLINE", u"OBJECTSELECT"})
     image1_->SetMouseInteract(mode.toString(), false);
   const QImage picture = image1_->SelectedImage();
@@ -184,6 +192,7 @@ void frmedit::Turn(double degrees) {
   ShowPage(Page::Editing);
   Tell(image1_->Rotate(degrees));
   image1_->RemoveAllObjects();
+  if (tool_ == QStringView(edit_tool::kWatermark)) steps_.at(EditCommand::Watermark)->Enter();
 }
 
 void frmedit::ShowWorkflow() {
@@ -208,11 +217,9 @@ void frmedit::SetTool(const QString& tool) {
 
 void frmedit::imgtool_Click(int index) {
   ShowPage(Page::Editing);
+  LeaveStep();
   const SelectionTool& tool = SelectionTools()[static_cast<std::size_t>(index)];
   SetTool(QString::fromUtf16(tool.letter));
-  for (const int id : image1_->Objects().Ids())
-    for (const QStringView key : {u"MOVEABLE", u"SELECTABLE"})
-      image1_->SetObjectProperty(id, key, u"1"_s);
   image1_->SetMouseInteract(QString::fromUtf16(tool.mode), true);
 }
 
@@ -245,7 +252,9 @@ void frmedit::Redo() {
   if (image1_->RedoCount() == 0) return;
   ShowPage(Page::Editing);
   image1_->SaveUndo();
-  const Outcome redone = image1_->RedoAt(0);
+  // To save the state may have cost the list its last level.
+  const Outcome redone =
+      image1_->RedoCount() > 0 ? image1_->RedoAt(0) : Failure{image1_->History().LostReason()};
   if (redone)
     image1_->DiscardRedo();
   else

@@ -27,10 +27,8 @@ LevelStep::LevelStep(ImageX& picture)
   Body()->addWidget(clockwise_);
   Body()->addWidget(counterClockwise_);
   AddButton(
-      tr("Ro&tate"), "Command1", [this] { Rotate(); }, true);
-  AddButton(tr("Cl&ear"), "Command4", [this] { Clear(); });
-  connect(angle_, &QLineEdit::returnPressed, this,
-          [this] { Guarded("frmedit", "Command1_Click", [this] { Rotate(); }); });
+      tr("R&otate"), "Command1", [this] { Rotate(); }, true);
+  AddButton(tr("Clea&r"), "Command4", [this] { Clear(); });
   connect(&picture, &ImageX::OnMouseDown, this, [this](const QPointF& at, Qt::MouseButton button) {
     if (button == Qt::LeftButton && Image().GetMouseInteract(u"PUTLINE"_s))
       Guarded("frmedit", "ImageX1_OnMouseDown", [this, &at] { BeginLine(at); });
@@ -56,7 +54,8 @@ void LevelStep::BeginLine(const QPointF& pixel) {
 }
 
 void LevelStep::EndLine(const QPointF& pixel) {
-  if (!from_) return;
+  // A click draws no line.
+  if (!from_ || Image().Objects().IsEmpty()) return;
   const LevelTurn turn = LevelAngle(*from_, pixel);
   angle_->setText(turn.angle);
   if (!turn.direction) return;

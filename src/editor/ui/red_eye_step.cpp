@@ -12,7 +12,7 @@ RedEyeStep::RedEyeStep(ImageX& picture)
                tr("Draw an ellipse about each eye, or about both, and remove the red."), picture) {
   QPushButton* remove = AddButton(
       tr("Re&move Red Eye"), "Command9", [this] { Tell(Image().RemoveRedEyes()); }, true);
-  AddButton(tr("Cl&ear"), "Command10", [this] { Image().Deselect(); });
+  AddButton(tr("Clea&r"), "Command10", [this] { Image().Deselect(); });
   const auto enable = [this, remove] {
     const bool selected = Image().HasSelection();
     remove->setEnabled(selected);

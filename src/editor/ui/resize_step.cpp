@@ -30,10 +30,13 @@ ResizeStep::ResizeStep(ImageX& picture) : EditStep("fraresize", tr("Resize"), {}
   keepAspect_->setObjectName(u"Check5"_s);
   Body()->addWidget(keepAspect_);
   AddButton(
-      tr("&Resize"), "Command15", [this] { Resize(); }, true);
+      tr("Resi&ze"), "Command15", [this] { Resize(); }, true);
   // Only what the user types has a twin: what is written by the other box doesn't come back.
   connect(width_, &QLineEdit::textEdited, this, &ResizeStep::WidthTyped);
   connect(height_, &QLineEdit::textEdited, this, &ResizeStep::HeightTyped);
+  connect(&picture, &ImageX::OnImageChange, this, [this] {
+    if (QSize(Image().ImageWidth(), Image().ImageHeight()) != shown_) ShowSize();
+  });
   connect(keepAspect_, &QCheckBox::toggled, this, &ResizeStep::WidthTyped);
 }
 
@@ -44,8 +47,9 @@ void ResizeStep::Enter() {
 }
 
 void ResizeStep::ShowSize() {
-  width_->setText(QString::number(Image().ImageWidth()));
-  height_->setText(QString::number(Image().ImageHeight()));
+  shown_ = QSize(Image().ImageWidth(), Image().ImageHeight());
+  width_->setText(QString::number(shown_.width()));
+  height_->setText(QString::number(shown_.height()));
 }
 
 void ResizeStep::WidthTyped() {

@@ -29,6 +29,7 @@ class ResizeStep : public EditStep {
   QLineEdit *width_, *height_, *dpi_;
   QComboBox* filter_;
   QCheckBox* keepAspect_;
+  QSize shown_;  // of the picture when the boxes were last filled
 };
 
 }  // namespace zqm

@@ -7,7 +7,7 @@ SaveStep::SaveStep(ImageX& picture)
     : EditStep("frasave", tr("Save"),
                tr("Over the open file at the best quality, or into another one."), picture) {
   AddButton(
-      tr("&Save"), "Command16", [this] { Q_EMIT SaveWanted(); }, true);
+      tr("Save"), "Command16", [this] { Q_EMIT SaveWanted(); }, true);
   AddButton(tr("Save &As…"), "Command17", [this] { Q_EMIT SaveAsWanted(); });
 }
 

@@ -45,7 +45,7 @@ WatermarkStep::WatermarkStep(ImageX& picture)
   ComposeLook();
   AddButton(
       tr("&Apply"), "Command14", [this] { Apply(); }, true);
-  AddButton(tr("Cl&ear"), "Command13", [this] { Image().RemoveAllObjects(); });
+  AddButton(tr("Clea&r"), "Command13", [this] { Image().RemoveAllObjects(); });
   const auto preview = [this] {
     Guarded("frmedit", "PreviewWatermark", [this] { PreviewWatermark(); });
   };
@@ -122,7 +122,6 @@ QCheckBox* WatermarkStep::AddBox(const QString& caption, const char* name) {
 }
 
 void WatermarkStep::Enter() {
-  Q_EMIT ToolWanted(QString::fromUtf16(edit_tool::kWatermark));
   PreviewWatermark();
 }
 
@@ -148,7 +147,7 @@ WatermarkPanel WatermarkStep::Panel() const {
   panel.size = size_->text();
   panel.angle = angle_->text();
   panel.fontName = font_->currentText();
-  if (const QColor colour = ColourOf(colour_->text()); colour.isValid()) panel.colour = colour;
+  panel.colour = inkColour_;
   panel.bold = bold_->isChecked();
   panel.underline = underline_->isChecked();
   panel.italic = italic_->isChecked();
@@ -158,6 +157,7 @@ WatermarkPanel WatermarkStep::Panel() const {
 }
 
 void WatermarkStep::ShowColour(const QColor& colour) {
+  inkColour_ = colour;
   if (ColourOf(colour_->text()) != colour) colour_->setText(ColourText(colour));
   QPixmap filled(look::kIconSize, look::kIconSize);
   filled.fill(colour);
@@ -173,9 +173,15 @@ void WatermarkStep::PickColour() {
 
 void WatermarkStep::PreviewWatermark() {
   if (filling_ || !isVisible()) return;
+  Q_EMIT ToolWanted(QString::fromUtf16(edit_tool::kWatermark));
   Image().Deselect();
   VectorObjects objects = Image().Objects();
-  const int id = zqm::PreviewWatermark(objects, Panel(), corner_);
+  int id = zqm::PreviewWatermark(objects, Panel(), corner_);
+  // Where it was moved to may be outside of what is left of the picture, or of the next one.
+  if (!objects.BoundsOf(id).intersects(QRectF(0, 0, Image().ImageWidth(), Image().ImageHeight()))) {
+    corner_ = QPointF();
+    id = zqm::PreviewWatermark(objects, Panel(), corner_);
+  }
   Image().SetObjects(objects);
   Image().SetMouseInteract(u"OBJECTSELECT"_s, true);
   Image().SelectObject(id, true);
@@ -188,7 +194,7 @@ void WatermarkStep::FollowMove(int id) {
 }
 
 void WatermarkStep::Apply() {
-  if (Image().Objects().IsEmpty()) return;
+  if (Image().Objects().IsEmpty() || text_->text().trimmed().isEmpty()) return;
   Image().SaveUndo();
   if (const Outcome merged = Image().MergeObjects(); !merged) {
     Image().DiscardUndo();

@@ -40,7 +40,8 @@ class WatermarkStep : public EditStep {
   QPushButton* swatch_;
   QCheckBox *bold_, *italic_, *underline_, *strikeout_;
   QSlider* transparency_;
-  QPointF corner_;  // of the text's box
+  QColor inkColour_;  // the last that was typed or picked
+  QPointF corner_;    // of the text's box
   bool filling_ = false;
 };
 

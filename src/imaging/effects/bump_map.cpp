@@ -76,7 +76,9 @@ void Shade(const cv::Mat& rows, const cv::Mat1f& shades, cv::Mat& out) {
 QImage BumpMap(const QImage& picture, const BumpMapSettings& settings, double scale) {
   constexpr double kSteepest = 24;  // at depth 100: heights of a full white in pixels
   const double depth = std::clamp(settings.depth, 0.0, 100.0) / 100;
-  if (!(depth > 0)) return InWorkFormat(picture);
+  const bool numbers = std::isfinite(settings.direction) && std::isfinite(settings.elevation) &&
+                       std::isfinite(settings.softness);
+  if (!(depth > 0) || !numbers) return InWorkFormat(picture);
   const double softness = std::clamp(settings.softness, 0.0, 100.0) * scale / 2;
   const int reach = static_cast<int>(std::ceil(3 * softness));
   const Light light = LightOf(settings);

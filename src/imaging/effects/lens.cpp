@@ -25,9 +25,10 @@ double Radius(const LensSettings& settings, const QSize& whole) {
 
 QImage Lens(const QImage& picture, const LensSettings& settings, const PartView& view) {
   const double bend = Bend(settings);
-  if (picture.isNull() || bend == 0) return InWorkFormat(picture);
   const QSize whole = view.WholeOf(picture);
   const double radius = Radius(settings, whole);
+  const bool numbers = std::isfinite(bend + radius + settings.centre.x() + settings.centre.y());
+  if (picture.isNull() || bend == 0 || !numbers) return InWorkFormat(picture);
   // Of pixels, whose middles are what is counted.
   const double centreX = settings.centre.x() * whole.width() - 0.5 - view.offset.x();
   const double centreY = settings.centre.y() * whole.height() - 0.5 - view.offset.y();

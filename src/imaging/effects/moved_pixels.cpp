@@ -27,6 +27,8 @@ void MoveTile(const cv::Mat& from, const cv::Mat& to, const cv::Rect& tile,
   for (int row = 0; row < tile.height; ++row)
     source(tile.x, tile.y + row, tile.width, x[row], y[row]);
   // Numbers that are none, or lie far outside, would overflow what they are turned into.
+  cv::patchNaNs(x);
+  cv::patchNaNs(y);
   cv::max(cv::min(x, from.cols - 1), 0, x);
   cv::max(cv::min(y, from.rows - 1), 0, y);
   double left, right, top, bottom;

@@ -15,23 +15,33 @@ constexpr float kPupilRatio = 2.0F;
 constexpr float kFadingRatio = 1.6F;
 constexpr float kLeastRed = 0.2F;  // darker things aren't seen to be red
 
+constexpr float kBlack = 0.02F;  // what green and blue count as at least
+
 float Ratio(const Rgb& c) {
-  constexpr float kBlack = 0.02F;
   return c.red / std::max(kBlack, (c.green + c.blue) / 2);
 }
 
-/// 8-bit masks of the picture: 255 where it is red by `ratio`.
+/// A mask of the picture: 255 where it is red by `ratio`.
 cv::Mat1b RedMask(const QImage& in, float ratio) {
   cv::Mat1b mask(in.height(), in.width());
-  for (int y = 0; y < in.height(); ++y) {
-    const uchar* row = in.constScanLine(y);
-    for (int x = 0; x < in.width(); ++x) {
-      const QRgba64 pixel = IsDeep(in) ? reinterpret_cast<const QRgba64*>(row)[x]
-                                       : QRgba64::fromArgb32(reinterpret_cast<const QRgb*>(row)[x]);
-      const Rgb c{pixel.red() / 65535.0F, pixel.green() / 65535.0F, pixel.blue() / 65535.0F};
-      mask(y, x) = c.red >= kLeastRed && Ratio(c) >= ratio && pixel.alpha() > 0 ? 255 : 0;
+  const auto isRed = [ratio](const Rgb& c) {
+    return c.red >= kLeastRed && c.red >= ratio * std::max(kBlack, (c.green + c.blue) / 2);
+  };
+  const auto markRow = [&](auto pixels, int y) {
+    using Pixel = typename decltype(pixels)::Pixel;
+    const auto* row = reinterpret_cast<const Pixel*>(in.constScanLine(y));
+    uchar* marks = mask[y];
+    for (int x = 0; x < in.width(); ++x)
+      marks[x] = isRed(pixels.ToRgb(row[x])) && pixels.Alpha(row[x]) > 0 ? 255 : 0;
+  };
+  ForRowBlocks(in.height(), std::int64_t{in.width()} * 8, [&](int begin, int end) {
+    for (int y = begin; y < end; ++y) {
+      if (IsDeep(in))
+        markRow(DeepPixels(), y);
+      else
+        markRow(ShallowPixels(), y);
     }
-  }
+  });
   return mask;
 }
 
@@ -49,23 +59,23 @@ Spot SpotOf(const cv::Mat1i& labels, int label, const cv::Rect& box) {
   return spot;
 }
 
-/// How much of the ellipse in its box a spot fills, and whether the box is about square.
-bool IsRound(const Spot& spot) {
+bool IsAboutSquare(const cv::Rect& box) {
   constexpr double kFlattest = 0.55;  // a lid covers some of the eye
+  return std::min(box.width, box.height) >= kFlattest * std::max(box.width, box.height);
+}
+
+/// Whether a spot fills the ellipse in its box.
+bool IsRound(const Spot& spot) {
   constexpr double kLeastFilled = 0.7;
-  const double width = spot.box.width, height = spot.box.height;
-  if (std::min(width, height) < kFlattest * std::max(width, height)) return false;
-  const double ellipse = std::numbers::pi / 4 * width * height;
+  const double ellipse = std::numbers::pi / 4 * spot.box.area();
   return cv::countNonZero(spot.mask) >= kLeastFilled * ellipse;
 }
 
 /// Whether it is strongly red and not only its edge of some redder thing.
 bool IsPupil(const Spot& spot, const cv::Mat1b& strong) {
-  constexpr int kLeastPixels = 9;
   constexpr double kLeastStrong = 0.4;
-  const int pixels = cv::countNonZero(spot.mask);
-  if (pixels < kLeastPixels || !IsRound(spot)) return false;
-  return cv::countNonZero(strong(spot.box) & spot.mask) >= kLeastStrong * pixels;
+  return IsRound(spot) && cv::countNonZero(strong(spot.box) & spot.mask) >=
+                              kLeastStrong * cv::countNonZero(spot.mask);
 }
 
 /// 255 on pupils, 0 elsewhere.
@@ -73,6 +83,8 @@ cv::Mat1b PupilMask(const QImage& in) {
   constexpr double kAllRed = 0.6;
   const cv::Mat1b strong = RedMask(in, kPupilRatio);
   if (cv::countNonZero(strong) >= kAllRed * static_cast<double>(strong.total())) return strong;
+  // Of a large picture, specks are no pupils.
+  const int leastPixels = std::max(9, static_cast<int>(strong.total() / 100'000));
   cv::Mat1b pupils = cv::Mat1b::zeros(strong.size());
   // Redness of both degrees: a pupil may lie on redder skin and then only the strong part is round.
   for (const float ratio : {kFadingRatio, kPupilRatio}) {
@@ -84,6 +96,7 @@ cv::Mat1b PupilMask(const QImage& in) {
       const int* at = boxes[label];
       const cv::Rect box(at[cv::CC_STAT_LEFT], at[cv::CC_STAT_TOP], at[cv::CC_STAT_WIDTH],
                          at[cv::CC_STAT_HEIGHT]);
+      if (at[cv::CC_STAT_AREA] < leastPixels || !IsAboutSquare(box)) continue;
       const Spot spot = SpotOf(labels, label, box);
       if (IsPupil(spot, strong)) pupils(box) |= spot.mask;
     }

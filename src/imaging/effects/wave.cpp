@@ -23,7 +23,8 @@ double Mirrored(double at, int count) {
 
 QImage Wave(const QImage& picture, const WaveSettings& settings, const PartView& view) {
   const double amplitude = std::clamp(settings.amplitude, 0.0, 1000.0) * view.scale;
-  if (picture.isNull() || !(amplitude > 0)) return InWorkFormat(picture);
+  const bool numbers = std::isfinite(settings.length) && std::isfinite(settings.phase);
+  if (picture.isNull() || !(amplitude > 0) || !numbers) return InWorkFormat(picture);
   const double length = std::clamp(settings.length, 2.0, 10'000.0) * view.scale;
   const double phase = settings.phase * std::numbers::pi / 180;
   const QSize whole = view.WholeOf(picture);

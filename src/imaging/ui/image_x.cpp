@@ -432,8 +432,10 @@ void ImageX::HandTo(void (MouseTool::*handler)(const ToolEvent&), const QMouseEv
 }
 
 void ImageX::mousePressEvent(QMouseEvent* event) {
-  Q_EMIT OnMouseDown(ToBitmap(event->position()), event->button());
-  if (BeginPan(event)) return;
+  // A press that pans is nobody's drawing.
+  const bool pans = BeginPan(event);
+  if (!pans || LeftButtonPans()) Q_EMIT OnMouseDown(ToBitmap(event->position()), event->button());
+  if (pans) return;
   if (event->button() == Qt::LeftButton && ToolWorks()) HandTo(&MouseTool::Press, event);
 }
 
@@ -452,7 +454,7 @@ void ImageX::mouseReleaseEvent(QMouseEvent* event) {
   const bool panned = EndPan(event);
   if (!panned && event->button() == Qt::LeftButton && ToolWorks())
     HandTo(&MouseTool::Release, event);
-  Q_EMIT OnMouseUp(ToBitmap(event->position()), event->button());
+  if (!panned || LeftButtonPans()) Q_EMIT OnMouseUp(ToBitmap(event->position()), event->button());
 }
 
 void ImageX::mouseDoubleClickEvent(QMouseEvent* event) {

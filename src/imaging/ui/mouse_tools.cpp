@@ -39,7 +39,8 @@ class BoxTool : public MouseTool {
   }
   void Move(const ToolEvent& event) override {
     if (!drawing_) return;
-    SelectionLimits limits = Host().Limits();
+    SelectionLimits limits;
+    if (shape_ == Shape::Rectangle) limits = Host().Limits();
     if (event.modifiers.testFlag(Qt::ShiftModifier) && limits.aspectRatio <= 0)
       limits.aspectRatio = 1;
     box_ = LimitedRectangle(from_, event.pixel, limits, Host().PictureSize());

@@ -8,7 +8,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 
+#include "imaging/row_blocks.h"
 #include "shell/ui/look.h"
 
 using namespace Qt::StringLiterals;
@@ -52,6 +54,29 @@ QImage Halved(const QImage& image) {
     }
   }
   return half;
+}
+
+/// The picture with its colours weighed by alpha. In pieces that the toolkit converts at once:
+/// larger ones it hands to the threads that painting waits for.
+QImage Weighed8(const QImage& image) {
+  constexpr int kPiece = 1 << 16;
+  QImage out(image.size(), QImage::Format_ARGB32_Premultiplied);
+  uchar* bits = out.bits();
+  if (out.isNull() || !bits) return {};
+  const int rows = std::max(1, kPiece / image.width());
+  const int pieces = (image.height() + rows - 1) / rows;
+  const qsizetype stride = out.bytesPerLine();
+  ForRowBlocks(pieces, std::int64_t{rows} * image.width() * 4, [&](int begin, int end) {
+    for (int piece = begin; piece < end; ++piece) {
+      const int top = piece * rows, height = std::min(rows, image.height() - top);
+      const QImage part = image.copy(0, top, image.width(), height)
+                              .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+      for (int y = 0; y < part.height(); ++y)
+        std::memcpy(bits + (top + y) * stride, part.constScanLine(y),
+                    static_cast<std::size_t>(stride));
+    }
+  });
+  return out;
 }
 
 /// The smallest level of a picture that still has a pixel for each of the device, made when it is
@@ -257,8 +282,7 @@ std::vector<QImage> PictureView::MakeLevels(const QImage& image, double deviceSc
   if (image.isNull()) return {};
   const bool plain =
       image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_Grayscale8;
-  std::vector<QImage> levels = {plain ? image
-                                      : image.convertToFormat(QImage::Format_ARGB32_Premultiplied)};
+  std::vector<QImage> levels = {plain ? image : Weighed8(image)};
   if (levels.front().isNull()) return {};
   LevelIn(levels, deviceScale);
   return levels;

@@ -22,11 +22,12 @@ int Shorter(const QSize& size) {
 
 class BumpMapPage : public ChangePage {
  public:
-  explicit BumpMapPage(const QImage&) {
+  explicit BumpMapPage(const QImage& picture) {
     depth_ = AddSlider({tr("&Depth:"), "depth", 0, 100, 40, u"%"_s});
     direction_ = AddSlider({tr("&Light from:"), "direction", 0, 360, 135, u"°"_s});
     elevation_ = AddSlider({tr("&Height of the light:"), "elevation", 5, 90, 45, u"°"_s});
-    softness_ = AddSlider({tr("&Softness:"), "softness", 0, 50, 2, u"px"_s});
+    softness_ = AddSlider({tr("&Softness:"), "softness", 0, 50,
+                           std::clamp(Shorter(picture.size()) / 300, 2, 50), u"px"_s});
   }
   PartChange Change() const override {
     const BumpMapSettings settings = Settings();

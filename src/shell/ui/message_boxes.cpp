@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
 #include <array>
 #include <utility>
 
@@ -45,6 +46,15 @@ auto ValueOf(const Rows& rows, Key key) {
   return std::begin(rows)->second;
 }
 
+/// The standard buttons would let Escape mean No.
+Answer AskYesNo(QMessageBox& box) {
+  QPushButton* yes = box.addButton(QMessageBox::tr("&Yes"), QMessageBox::AcceptRole);
+  box.addButton(QMessageBox::tr("&No"), QMessageBox::DestructiveRole);
+  box.setDefaultButton(yes);
+  box.exec();
+  return box.clickedButton() == yes ? Answer::Yes : Answer::No;
+}
+
 Answer ShowMessage(const QString& text, MessageKind kind, Buttons buttons) {
   QMessageBox box(QApplication::activeWindow());
   box.setWindowTitle(QString::fromUtf16(kMessageTitle));
@@ -52,6 +62,7 @@ Answer ShowMessage(const QString& text, MessageKind kind, Buttons buttons) {
   box.setText(text);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
   box.setIcon(ValueOf(kIcons, kind));
+  if (buttons == Buttons::YesNoNeeded) return AskYesNo(box);
   for (const ButtonSet& set : kButtonSets) {
     if (set.buttons != buttons) continue;
     box.setStandardButtons(set.shown);
@@ -61,6 +72,27 @@ Answer ShowMessage(const QString& text, MessageKind kind, Buttons buttons) {
   return ValueOf(kAnswers, box.exec());
 }
 
+/// The filter that names an extension, or the first.
+QString FilterOf(const QStringList& filters, const QString& extension) {
+  for (const QString& filter : filters)
+    if (filter.contains(QStringLiteral("*.") + extension + u')', Qt::CaseInsensitive))
+      return filter;
+  return filters.value(0);
+}
+
+/// Whether to replace a file is asked by whoever writes it, in words of its own. A name without an
+/// extension gets that of the filter.
+QString PickToSave(const PickRequest& request, QWidget* parent) {
+  QString filter = FilterOf(request.filters, QFileInfo(request.start).suffix());
+  const QString path = QFileDialog::getSaveFileName(parent, request.title, request.start,
+                                                    request.filters.join(QStringLiteral(";;")),
+                                                    &filter, QFileDialog::DontConfirmOverwrite);
+  if (path.isEmpty() || !QFileInfo(path).suffix().isEmpty()) return path;
+  const qsizetype from = filter.lastIndexOf(QStringLiteral("*."));
+  const qsizetype to = filter.indexOf(u')', from);
+  return from < 0 || to < 0 ? path : path + filter.mid(from + 1, to - from - 1);
+}
+
 QString ShowPicker(const PickRequest& request) {
   QWidget* parent = QApplication::activeWindow();
   const QString filters = request.filters.join(QStringLiteral(";;"));
@@ -68,7 +100,7 @@ QString ShowPicker(const PickRequest& request) {
     case PickRequest::What::OpenFile:
       return QFileDialog::getOpenFileName(parent, request.title, request.start, filters);
     case PickRequest::What::SaveFile:
-      return QFileDialog::getSaveFileName(parent, request.title, request.start, filters);
+      return PickToSave(request, parent);
     case PickRequest::What::Folder:
       break;
   }

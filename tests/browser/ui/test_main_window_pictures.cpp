@@ -111,7 +111,7 @@ TEST_F(PictureMenu, AnEditedPhotoIsSavedAndShown) {
   });
   look.start(10);
   Trigger(u"mnufile2(1)");
-  EXPECT_EQ(messages_, QStringList{u"Save changes to 1.jpg?"_s});
+  EXPECT_EQ(messages_, QStringList{u"Save changes to  1.jpg?"_s});
   EXPECT_EQ(Stored(path, Column::ImageWidth), u"200"_s);
   EXPECT_TRUE(test::Eventually([&] { return Text(u"lblstatus").contains(u"200 × 320"_s); }))
       << Text(u"lblstatus").toStdString();

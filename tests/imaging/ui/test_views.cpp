@@ -173,6 +173,20 @@ TEST_F(Viewer, FitsWithoutEnlarging) {
   EXPECT_DOUBLE_EQ(view_.Zoom(), 100);
 }
 
+TEST_F(Viewer, ShowsEveryFormatAlike) {
+  // High enough to be taken in several pieces.
+  const QImage image = Quarters({700, 400});
+  view_.ShowImage(image, image.size());
+  const QImage shown = view_.viewport()->grab().toImage();
+  for (const QImage::Format format : {QImage::Format_RGBA64, QImage::Format_ARGB32,
+                                      QImage::Format_Indexed8, QImage::Format_RGBX64}) {
+    view_.ShowImage(image.convertToFormat(format), image.size());
+    const QImage other = view_.viewport()->grab().toImage();
+    for (const QPoint at : {QPoint(60, 60), QPoint(340, 60), QPoint(60, 250), QPoint(340, 250)})
+      EXPECT_EQ(other.pixel(at), shown.pixel(at)) << format << ' ' << at.x() << ' ' << at.y();
+  }
+}
+
 TEST_F(Viewer, TheWheelKeepsThePixelUnderThePointer) {
   view_.ShowImage(Quarters({4000, 3000}), {4000, 3000});
   const QPointF at(120, 210);
