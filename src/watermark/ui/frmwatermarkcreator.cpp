@@ -403,7 +403,7 @@ void frmwatermarkcreator::reject() {
 bool frmwatermarkcreator::SettleChanges() {
   const VectorObjects& objects = surface_->Objects();
   if (objects.IsEmpty() || objects == saved_) return true;
-  if (MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNo) ==
+  if (MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNoNeeded) ==
       Answer::No)
     return true;
   // What can't be saved isn't given up.
