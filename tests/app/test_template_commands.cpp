@@ -66,9 +66,9 @@ TEST_F(TemplateCommands, ListsBothKindsAndPagesOnlyWithTheirRecord) {
   ASSERT_TRUE(record.open(QFile::WriteOnly));
   record.close();
   const QStringList lines = Run({u"templates"_s}).out.split(u'\n', Qt::SkipEmptyParts);
-  EXPECT_EQ(lines.size(), 7);
   EXPECT_TRUE(lines.contains(u"watermark: Picture logo"_s));
-  EXPECT_EQ(lines.last(), u"print: Four"_s);
+  EXPECT_TRUE(lines.contains(u"print: Four"_s));
+  EXPECT_FALSE(lines.contains(u"print: Lost"_s));
 }
 
 TEST_F(TemplateCommands, WhatFailsIsPrintedAndNoPhotoIsTouchedWithoutATemplate) {
