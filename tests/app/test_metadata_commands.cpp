@@ -13,13 +13,7 @@ using namespace Qt::StringLiterals;
 namespace zqm {
 namespace {
 
-class MetadataCommands : public ::testing::Test {
- protected:
-  test::Ran Run(const QStringList& arguments) {
-    return test::RunZqm(QStringList{u"--home"_s, scratch_.Path("home")} + arguments);
-  }
-  test::Scratch scratch_;
-};
+using MetadataCommands = test::HomeProcessTest;
 
 TEST_F(MetadataCommands, FieldsAreWrittenExportedAndRemoved) {
   const QString photo = scratch_.Write("photos/Föhn.jpg", test::SampleJpeg(30, 20));

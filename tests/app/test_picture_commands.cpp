@@ -13,13 +13,7 @@ using namespace Qt::StringLiterals;
 namespace zqm {
 namespace {
 
-class PictureCommands : public ::testing::Test {
- protected:
-  test::Ran Run(const QStringList& arguments) {
-    return test::RunZqm(QStringList{u"--home"_s, scratch_.Path("home")} + arguments);
-  }
-  test::Scratch scratch_;
-};
+using PictureCommands = test::HomeProcessTest;
 
 TEST_F(PictureCommands, PhotosAreConvertedResizedAndTurned) {
   const QString photo = scratch_.Write("in/Föhn.jpg", test::SampleJpeg(60, 40));

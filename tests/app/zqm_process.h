@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QByteArray>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
+
+#include "tests/support/scratch.h"
 
 namespace zqm::test {
 
@@ -33,5 +37,14 @@ inline Ran RunZqm(const QStringList& arguments) {
           QString::fromUtf8(process.readAllStandardOutput()),
           QString::fromUtf8(process.readAllStandardError())};
 }
+
+/// Runs `zqm` over a home of its own.
+class HomeProcessTest : public ::testing::Test {
+ protected:
+  Ran Run(const QStringList& arguments) {
+    return RunZqm(QStringList{QStringLiteral("--home"), scratch_.Path("home")} + arguments);
+  }
+  Scratch scratch_;
+};
 
 }  // namespace zqm::test
