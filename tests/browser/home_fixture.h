@@ -3,30 +3,16 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QEventLoop>
 #include <memory>
 
 #include "cataloguing/folder_import.h"
 #include "session/session.h"
 #include "shell/messages.h"
+#include "tests/support/eventually.h"
 #include "tests/support/sample_photo.h"
 #include "tests/support/scratch.h"
 
 namespace zqm::test {
-
-/// Runs the event loop until `done`, or for a time that no sound run needs.
-template <class Done>
-bool Eventually(const Done& done) {
-  const QDeadlineTimer patience(std::chrono::seconds(20));
-  while (!done()) {
-    if (patience.hasExpired()) return false;
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  }
-  return true;
-}
 
 /// A home of its own with an active, empty catalogue, and a folder for photos. Messages are kept
 /// instead of shown.

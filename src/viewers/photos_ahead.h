@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+#include <QThreadPool>
+#include <atomic>
+#include <map>
+#include <memory>
+#include <optional>
+
+#include "imaging/view_reader.h"
+#include "shell/result.h"
+
+namespace zqm {
+
+/// Photos as a viewer steps through them: the one on the screen and those that may come next, read
+/// beside the interface thread before they are asked for.
+class PhotosAhead : public QObject {
+  Q_OBJECT
+ public:
+  explicit PhotosAhead(const ReadRequest& request);
+  ~PhotosAhead() override;
+
+  /// Device pixels that photos are decoded to fill; empty for the full size. Another size forgets
+  /// all that was read.
+  void SetBox(const QSize& box);
+
+  /// Reads these, the first one first, but for what is at hand; all others are forgotten. So few
+  /// photos are kept as are named here.
+  void Want(const QStringList& paths);
+  /// What was read, or why it couldn't be; null while it is being read and for what isn't wanted.
+  const Result<ViewPhoto>* Get(const QString& path) const;
+  /// The file is another one now; the next `Want` reads it again.
+  void Forget(const QString& path);
+
+ Q_SIGNALS:
+  /// From the interface thread's event loop.
+  void Ready(const QString& path);
+
+ private:
+  struct Entry {
+    std::shared_ptr<std::atomic<bool>> wanted;  ///< false: the reading may be passed over
+    std::optional<Result<ViewPhoto>> photo;
+
+    ~Entry() {
+      if (wanted) *wanted = false;
+    }
+  };
+
+  void Start(const QString& path, Entry& entry, int priority);
+
+  ReadRequest request_;
+  QSize box_;
+  std::map<QString, std::unique_ptr<Entry>> entries_;
+  QThreadPool pool_;
+};
+
+}  // namespace zqm

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "viewers/photos_ahead.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/eventually.h"
+#include "tests/support/sample_photo.h"
+#include "tests/support/scratch.h"
+
+namespace zqm::test {
+namespace {
+
+class PhotosAheadTest : public ::testing::Test {
+ protected:
+  QSize ShownSize(const QString& path) {
+    EXPECT_TRUE(Eventually([&] { return ahead_.Get(path) != nullptr; }));
+    const auto* photo = ahead_.Get(path);
+    return photo != nullptr && *photo ? (*photo)->image.size() : QSize();
+  }
+
+  Scratch scratch_;
+  const QString wide_ = scratch_.Write("wide.jpg", SampleJpeg(400, 200));
+  const QString tall_ = scratch_.Write("tall.jpg", SampleJpeg(100, 300));
+  PhotosAhead ahead_{ReadRequest{}};
+};
+
+TEST_F(PhotosAheadTest, WhatIsWantedIsReadAndTheRestForgotten) {
+  ahead_.SetBox({100, 100});
+  const QString gone = scratch_.Path("gone.jpg");
+  ahead_.Want({wide_, tall_, gone});
+  EXPECT_EQ(ahead_.Get(wide_), nullptr) << "nothing is read on this thread";
+  EXPECT_EQ(ShownSize(wide_), QSize(100, 50));
+  EXPECT_EQ(ShownSize(tall_), QSize(33, 100));
+  ASSERT_TRUE(Eventually([&] { return ahead_.Get(gone) != nullptr; }));
+  EXPECT_FALSE(*ahead_.Get(gone));
+
+  const auto* kept = ahead_.Get(tall_);
+  ahead_.Want({tall_});
+  EXPECT_EQ(ahead_.Get(tall_), kept) << "not read again";
+  EXPECT_EQ(ahead_.Get(wide_), nullptr);
+}
+
+TEST_F(PhotosAheadTest, WhatWasForgottenWhileItWasReadNeverArrives) {
+  QStringList arrived;
+  QObject::connect(&ahead_, &PhotosAhead::Ready, [&](const QString& path) { arrived << path; });
+  ahead_.SetBox({100, 100});
+  ahead_.Want({wide_, tall_});
+  ahead_.SetBox({50, 50});  // the window's size changed in the middle
+  ahead_.Want({wide_});
+  EXPECT_EQ(ShownSize(wide_), QSize(50, 25));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(arrived, QStringList{wide_});
+}
+
+TEST_F(PhotosAheadTest, AFileThatWasWrittenIsReadAnew) {
+  ahead_.Want({wide_});
+  EXPECT_EQ(ShownSize(wide_), QSize(400, 200));
+  scratch_.Write("wide.jpg", SampleJpeg(60, 40));
+  ahead_.Forget(wide_);
+  ahead_.Want({wide_});
+  EXPECT_EQ(ShownSize(wide_), QSize(60, 40));
+}
+
+}  // namespace
+}  // namespace zqm::test
