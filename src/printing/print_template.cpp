@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "printing/print_template.h"
 
+#include <QDataStream>
 #include <QDir>
-#include <QtEndian>
 #include <algorithm>
 #include <set>
 
@@ -17,7 +17,8 @@ using namespace Qt::StringLiterals;
 namespace zqm {
 namespace {
 
-constexpr int kWidthAt = 0, kHeightAt = 4, kIdsAt = 8, kIdsBytes = 1000;
+// Behind the two numbers.
+constexpr int kIdsAt = 8, kIdsBytes = 1000;
 constexpr int kRecordBytes = kIdsAt + kIdsBytes;
 
 /// A picture in the folder is none of a template's files.
@@ -93,16 +94,20 @@ QByteArray EncodeTemplateRecord(const PrintTemplate& layout) {
   QString ids;
   for (const int id : layout.ids)
     ids += u",%1,"_s.arg(id);
-  QByteArray record(kIdsAt, '\0');
-  qToLittleEndian<qint32>(layout.sheet.width(), record.data() + kWidthAt);
-  qToLittleEndian<qint32>(layout.sheet.height(), record.data() + kHeightAt);
+  QByteArray record;
+  QDataStream numbers(&record, QDataStream::WriteOnly);
+  numbers.setByteOrder(QDataStream::LittleEndian);
+  numbers << qint32{layout.sheet.width()} << qint32{layout.sheet.height()};
   return record + RecordField(ids, kIdsBytes);
 }
 
 std::optional<TemplateRecord> DecodeTemplateRecord(const QByteArray& bytes) {
   if (bytes.size() != kRecordBytes) return std::nullopt;
-  const QSize sheet(qFromLittleEndian<qint32>(bytes.constData() + kWidthAt),
-                    qFromLittleEndian<qint32>(bytes.constData() + kHeightAt));
+  QDataStream numbers(bytes);
+  numbers.setByteOrder(QDataStream::LittleEndian);
+  qint32 width = 0, height = 0;
+  numbers >> width >> height;
+  const QSize sheet(width, height);
   if (!IsSheet(sheet)) return std::nullopt;
   return TemplateRecord{sheet, ParseIds(RecordText(bytes, kIdsAt, kIdsBytes))};
 }
