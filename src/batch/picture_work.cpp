@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "batch/picture_work.h"
 
-#include <QSet>
-
 #include "batch/file_and_row.h"
 #include "batch/work_ahead.h"
 #include "catalogue/like_pattern.h"
@@ -44,36 +42,32 @@ Outcome AddToDatabase(Catalogue& catalogue, const QString& path, const OutputOpt
   return CataloguePhoto(*photo, path, catalogue.Photos());
 }
 
-/// Whether a photo is made of what an earlier one of the run will have become: then none can be
-/// loaded ahead of its turn.
-bool DependsOnEarlier(const QStringList& paths, const QStringList& outputs) {
-  QSet<QString> written;
-  // A link and what it leads to are one photo.
-  const auto fileOf = [](const QString& path) { return FoldCase(platform::ResolveLinks(path)); };
-  for (qsizetype i = 0; i < paths.size(); ++i) {
-    if (written.contains(fileOf(paths.at(i)))) return true;
-    written.insert(fileOf(outputs.at(i)));
-  }
-  return false;
+/// With the stamp of the file that it is made of. It may be another one before its turn comes, by
+/// an earlier photo of the run or by another program.
+MadePicture Make(const PictureMaker& maker, const QString& path) {
+  const QString stamp = platform::FileStamp(path);
+  MadePicture made = maker(path);
+  made.stamp = stamp;
+  return made;
 }
 
 /// The run that both kinds have: the pictures come made, in order.
 PictureResult RunPictures(
-    const PictureRun& run, const QStringList& paths, const QStringList& outputs,
-    const BatchTexts& texts, const PictureMaker& maker,
+    const PictureRun& run, const QStringList& paths, const BatchTexts& texts,
+    const PictureMaker& maker,
     const std::function<QStringList(const QString& path, const std::function<MadePicture()>& take,
                                     FailureList& unwritten)>& step) {
   PictureResult result;
-  const bool inTurn = DependsOnEarlier(paths, outputs);
-  WorkAhead<MadePicture> ahead(inTurn ? 0 : paths.size(),
-                               [&](qsizetype place) { return maker(paths.at(place)); });
+  WorkAhead<MadePicture> ahead(paths.size(),
+                               [&](qsizetype place) { return Make(maker, paths.at(place)); });
   static_cast<BatchResult&>(result) = BatchRun(
       paths, texts,
       [&](qsizetype place, const QString& path) -> QStringList {
         if (!FileExists(path)) return {QString::fromUtf16(kReasonMissing)};
         const auto take = [&] {
-          MadePicture made =
-              inTurn ? RunAside([&] { return maker(path); }) : ahead.Take(place, YieldToInterface);
+          MadePicture made = ahead.Take(place, YieldToInterface);
+          if (made.stamp != platform::FileStamp(path))
+            made = RunAside([&] { return Make(maker, path); });
           if (run.show) run.show(path, made.preview);
           return made;
         };
@@ -119,11 +113,8 @@ PictureResult WritePictures(const PictureRun& run, const QStringList& paths,
   const PictureMaker wanted = [&](const QString& path) {
     return overwrite || !FileExists(output(path)) ? maker(path) : MadePicture{};
   };
-  QStringList outputs;
-  for (const QString& path : paths)
-    outputs.append(output(path));
   return RunPictures(
-      run, paths, outputs, texts, wanted,
+      run, paths, texts, wanted,
       [&](const QString& path, const std::function<MadePicture()>& take,
           FailureList& unwritten) -> QStringList {
         const QString target = output(path);
@@ -132,7 +123,7 @@ PictureResult WritePictures(const PictureRun& run, const QStringList& paths,
         MadePicture made = take();
         // What stood there when it was passed over is gone by now.
         if (!made.file && made.file.Reason().isEmpty())
-          made = RunAside([&] { return maker(path); });
+          made = RunAside([&] { return Make(maker, path); });
         const bool overItself = FoldCase(path) == FoldCase(target);
         if (!made.file && overItself && WillNeverBe(made.file.Reason()))
           return {made.file.Reason()};
@@ -161,7 +152,11 @@ PictureResult ReplacePictures(const PictureRun& run, const QStringList& paths,
                               const BatchTexts& texts, const PictureMaker& maker,
                               SaveFailures report,
                               const std::function<Outcome(const QString& path)>& written) {
-  return RunPictures(run, paths, paths, texts, maker,
+  const PictureMaker wanted = [&](const QString& path) {
+    return ReadOnlyFile(path) ? MadePicture{Failure{QString::fromUtf16(kReasonPermission)}, {}, {}}
+                              : maker(path);
+  };
+  return RunPictures(run, paths, texts, wanted,
                      [&](const QString& path, const std::function<MadePicture()>& take,
                          FailureList& unwritten) -> QStringList {
                        const MadePicture made = take();

@@ -23,6 +23,7 @@ namespace zqm {
 struct MadePicture {
   Result<QByteArray> file = Failure{};
   QImage preview;  ///< as loaded, fits `kPreviewBox`; null when it couldn't be
+  QString stamp;   ///< of the file as it was then; set by the run
 };
 inline constexpr QSize kPreviewBox{320, 240};
 

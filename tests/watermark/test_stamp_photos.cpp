@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QPainter>
+#include <QThread>
 
 #include "imaging/object_painter.h"
 #include "imaging/template_files.h"
+#include "shell/files.h"
 #include "tests/batch/batch_fixture.h"
 #include "tests/support/noise.h"
 #include "tests/support/photos.h"
@@ -157,6 +159,21 @@ TEST_F(StampedPhotos, AFileThatVanishesInTheMiddleIsMissing) {
   EXPECT_EQ(Stamp(paths).failures.rows,
             (std::vector<FailureRow>{{paths.last(), u"File is offline or missing"_s}}));
   EXPECT_FALSE(QFile::exists(paths.last()));
+}
+
+TEST_F(StampedPhotos, AFileThatAnotherProgramWritesBeforeItsTurnIsStampedAsItIsThen) {
+  QStringList paths;
+  for (int i = 0; i < 4; ++i)
+    paths.append(scratch_.Write(u"a/%1.jpg"_s.arg(i), test::SampleJpeg(60, 40)));
+  during_ = [&](const BatchProgress& at) {
+    if (at.done != 1) return;
+    QThread::msleep(50);  // the next ones have been read by now
+    ASSERT_TRUE(WriteFileAtomically(paths.at(1), test::SampleJpeg(90, 70)));
+  };
+  EXPECT_TRUE(Stamp(paths).failures.Empty());
+  const QImage stamped = Loaded(paths.at(1)).Image();
+  EXPECT_EQ(stamped.size(), QSize(90, 70));
+  EXPECT_TRUE(IsRed(stamped.pixelColor(20, 20)));
 }
 
 TEST_F(StampedPhotos, AFullDiskInTheMiddleLeavesThePhotosWhole) {

@@ -147,7 +147,9 @@ int RunWatermark(const GlobalOptions& global, const QString& name, const QString
   return RunPictureWork(
       global, stamp_text::kStamp, "Watermarked",
       [&](Session& session, const PictureRun& run) {
-        return StampPhotos(run, PhotosOf(files), *objects, session.WorkSettings());
+        QStringList photos = PhotosOf(files);
+        photos.removeDuplicates();  // a second stamp would only be darker
+        return StampPhotos(run, photos, *objects, session.WorkSettings());
       },
       console);
 }
