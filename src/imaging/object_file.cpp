@@ -126,15 +126,21 @@ bool TooManyMarks(const QByteArray& json) {
 
 }  // namespace
 
-Result<QByteArray> EncodeObjects(const VectorObjects& objects, QSize surfaceSize) {
+Outcome CheckObjectBounds(const VectorObjects& objects) {
   Spent spent;
-  QJsonArray list;
-  if (objects.Count() > kMostObjects) return Refuse(kTooMuch);
   for (const VectorObject& object : objects.All()) {
     const QImage& image = object.picture.Image();
     spent.pixels += Weight(image.width(), image.height(), IsDeep(image));
     spent.characters += object.text.size();
-    if (spent.TooMuch()) return Refuse(kTooMuch);
+  }
+  if (objects.Count() > kMostObjects || spent.TooMuch()) return Refuse(kTooMuch);
+  return {};
+}
+
+Result<QByteArray> EncodeObjects(const VectorObjects& objects, QSize surfaceSize) {
+  if (Outcome within = CheckObjectBounds(objects); !within) return Failure{within.Reason()};
+  QJsonArray list;
+  for (const VectorObject& object : objects.All()) {
     const auto json = Encode(object);
     if (!json) return Failure{json.Reason()};
     list.append(*json);

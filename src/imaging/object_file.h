@@ -23,6 +23,10 @@ Outcome SaveObjects(const QString& path, const VectorObjects& objects, QSize sur
 /// z-order come back as they were; texts that size themselves do so by the fonts that are here.
 Result<ObjectFile> LoadObjects(const QString& path);
 
+/// Whether a file can hold so many objects, pictures and texts. What compresses badly may still be
+/// too large for it.
+Outcome CheckObjectBounds(const VectorObjects& objects);
+
 /// The file's content, and back.
 Result<QByteArray> EncodeObjects(const VectorObjects& objects, QSize surfaceSize);
 Result<ObjectFile> DecodeObjects(const QByteArray& json);

@@ -133,12 +133,14 @@ QImage::Format PaintFormat(const QImage& picture) {
 bool PaintBand(QImage& picture, const QRect& band, const VectorObject& object) {
   QImage canvas = picture.copy(band).convertToFormat(PaintFormat(picture));
   if (canvas.isNull()) return false;
+  const QImage plain = picture.hasAlphaChannel() ? canvas : QImage();
   {
     QPainter painter(&canvas);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(-band.topLeft());
     PaintObject(painter, object);
   }
+  const QImage painted = plain.isNull() ? QImage() : canvas;
   canvas = IsGray(picture) ? GrayOfEqualSamples(canvas) : canvas.convertToFormat(picture.format());
   if (canvas.isNull()) return false;
   const auto pixelBytes = static_cast<std::size_t>(picture.depth() / 8);
@@ -146,7 +148,14 @@ bool PaintBand(QImage& picture, const QRect& band, const VectorObject& object) {
   for (int y = 0; y < band.height(); ++y) {
     uchar* row =
         picture.scanLine(band.top() + y) + static_cast<std::size_t>(band.left()) * pixelBytes;
-    std::memcpy(row, canvas.constScanLine(y), rowBytes);
+    if (plain.isNull()) {
+      std::memcpy(row, canvas.constScanLine(y), rowBytes);
+      continue;
+    }
+    // Colours that hardly show don't survive the way to premultiplied ones and back.
+    for (std::size_t at = 0; at < rowBytes; at += pixelBytes)
+      if (std::memcmp(plain.constScanLine(y) + at, painted.constScanLine(y) + at, pixelBytes) != 0)
+        std::memcpy(row + at, canvas.constScanLine(y) + at, pixelBytes);
   }
   return true;
 }

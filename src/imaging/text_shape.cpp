@@ -3,7 +3,6 @@
 
 #include <QFont>
 #include <QFontMetricsF>
-#include <QGuiApplication>
 #include <QStringList>
 #include <algorithm>
 #include <iterator>
@@ -17,8 +16,8 @@ namespace {
 constexpr int kLayoutPixels = 512;
 
 QFont FontOf(const VectorObject& object) {
-  QFont font = QGuiApplication::font();
-  if (!object.fontName.isEmpty()) font.setFamily(object.fontName);
+  // Not the desktop's own font without a name: the command line is to draw what the window showed.
+  QFont font(object.fontName.isEmpty() ? QStringLiteral("Sans Serif") : object.fontName);
   font.setPixelSize(kLayoutPixels);
   font.setBold(object.fontBold);
   font.setItalic(object.fontItalic);

@@ -57,15 +57,19 @@ constexpr std::pair<const char16_t*, const char16_t*> kFixed[] = {{u"PENSTYLE", 
                                                                   {u"TEXTAUTOSIZE", u"1"},
                                                                   {u"FONTQUALITY", u"5"}};
 
-/// The first place down the diagonal at which no object begins.
-QPointF FreeCorner(const VectorObjects& objects) {
-  QPointF corner(kCascadeStep, kCascadeStep);
+/// The first place down the diagonal at which no object begins; its start where the surface has no
+/// such place.
+QPointF FreeCorner(const VectorObjects& objects, QSize surface) {
+  const QPointF start(kCascadeStep, kCascadeStep);
+  const QRectF room(QPointF(), surface);
+  if (!surface.isEmpty() && !room.contains(2 * start)) return {};
+  QPointF corner = start;
   const auto taken = [&](const VectorObject& object) {
     return std::hypot(object.left - corner.x(), object.top - corner.y()) < kCascadeStep / 2;
   };
   while (std::ranges::any_of(objects.All(), taken))
-    corner += {kCascadeStep, kCascadeStep};
-  return corner;
+    corner += start;
+  return surface.isEmpty() || room.contains(corner + start) ? corner : start;
 }
 
 void MoveTo(VectorObjects& objects, int id, QPointF corner) {
@@ -127,8 +131,8 @@ void SetTransparency(VectorObjects& objects, std::span<const int> ids, int trans
     objects.SetObjectProperty(id, u"TRANSPARENCY", QString::number(transparency));
 }
 
-int InsertNewText(VectorObjects& objects, const TextPanel& panel) {
-  const QPointF corner = FreeCorner(objects);
+int InsertNewText(VectorObjects& objects, const TextPanel& panel, QSize surface) {
+  const QPointF corner = FreeCorner(objects, surface);
   const int id = objects.Add(ObjectKind::Text);
   objects.SetObjectProperty(id, u"TEXTEDITABLE", u"0"_s);
   objects.SetObjectProperty(id, u"TEXTALIGN", u"2"_s);
@@ -137,8 +141,9 @@ int InsertNewText(VectorObjects& objects, const TextPanel& panel) {
   return id;
 }
 
-int ImportNewImage(VectorObjects& objects, const ObjectPicture& picture, QSize size) {
-  const QPointF corner = FreeCorner(objects);
+int ImportNewImage(VectorObjects& objects, const ObjectPicture& picture, QSize size,
+                   QSize surface) {
+  const QPointF corner = FreeCorner(objects, surface);
   const int id = objects.Add(ObjectKind::Picture);
   objects.SetPicture(id, picture);
   objects.SetObjectProperty(id, u"WIDTH", QString::number(size.width()));

@@ -46,9 +46,11 @@ TextPanel GtTxtProp(const VectorObject& object);
 void SetTransparency(VectorObjects& objects, std::span<const int> ids, int transparency);
 
 /// New layers, each a little off the corner of those before, on top of the others; gives the ID.
-int InsertNewText(VectorObjects& objects, const TextPanel& panel);
+/// They begin on the surface, where one is given.
+int InsertNewText(VectorObjects& objects, const TextPanel& panel, QSize surface = {});
 /// `size` in pixels of the surface.
-int ImportNewImage(VectorObjects& objects, const ObjectPicture& picture, QSize size);
+int ImportNewImage(VectorObjects& objects, const ObjectPicture& picture, QSize size,
+                   QSize surface = {});
 
 /// What the selection lets the user do.
 struct SelectionState {

@@ -93,6 +93,19 @@ TEST(Merged, LeavesPixelsOutsideTheObjectsAsTheyWere) {
   }
 }
 
+TEST(Merged, HardlyVisibleColoursInAnObjectsBoxSurvive) {
+  QImage faint(40, 20, QImage::Format_ARGB32);
+  faint.fill(qRgba(90, 140, 33, 2));
+  VectorObject line = Filled({0, 0, 40, 20}, Qt::red);
+  line.kind = ObjectKind::Line;
+  line.penStyle = PenStyle::Solid;
+  line.penColour = Qt::red;
+  line.penWidth = 1;
+  const QImage merged = Merged(faint, ListOf(line));
+  EXPECT_EQ(merged.pixel(35, 3), faint.pixel(35, 3)) << "far from the diagonal";
+  EXPECT_NE(merged.pixel(20, 10), faint.pixel(20, 10));
+}
+
 TEST(Merged, GrayStaysGrayUnderWhatHasNoColour) {
   for (const QImage::Format format : {QImage::Format_Grayscale8, QImage::Format_Grayscale16}) {
     const QImage picture = Noise({60, 40}, format);

@@ -17,6 +17,7 @@
 #include "shell/error.h"
 #include "shell/messages.h"
 #include "shell/ui/look.h"
+#include "shell/ui/wheel_guard.h"
 #include "watermark/ui/frmwatername.h"
 #include "watermark/ui/template_surface.h"
 #include "watermark/ui/text_layer_panel.h"
@@ -91,7 +92,10 @@ frmwatermarkcreator::frmwatermarkcreator(QString folder, const PictureSettings& 
   });
   // Sizing a text gives it another height.
   connect(surface_, &ImageX::OnObjectMoved, this, [this] {
-    Guarded("frmwatermarkcreator", "ImageX1_OnObjectMoved", [this] { ShowSelection(); });
+    Guarded("frmwatermarkcreator", "ImageX1_OnObjectMoved", [this] {
+      Remember();
+      ShowSelection();
+    });
   });
   connect(surface_, &ImageX::OnKeyPress, this, [this](int key) {
     if (key != Qt::Key_Delete) return;
@@ -99,9 +103,10 @@ frmwatermarkcreator::frmwatermarkcreator(QString folder, const PictureSettings& 
   });
   surface_->SetSettings(load_);
   surface_->Assign(photo);
+  history_.Begin(surface_->Objects());
   SetWorking(false);
   save_->setEnabled(false);
-  ShowTransparency(kOpaque);
+  ResetText();
   ShowSelection();
   const QSize room = screen()->availableGeometry().size();
   resize(kUsualSize.boundedTo(room * 0.9));
@@ -160,19 +165,24 @@ QWidget* frmwatermarkcreator::ComposePanel() {
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll->setMinimumWidth(std::max(kPanelWidth, panel->minimumSizeHint().width()));
   scroll->setMaximumWidth(scroll->minimumWidth());
+  KeepFromWheel(*panel);
   return scroll;
 }
 
 void frmwatermarkcreator::ComposeArranging(QGridLayout* grid) {
   using Window = frmwatermarkcreator;
+  undo_ = AddButton(tr("Undo"), "cmdundo", &Window::Undo);
+  undo_->setToolTip(tr("Take back the last change (Ctrl+Z)"));
+  redo_ = AddButton(tr("Redo"), "cmdredo", &Window::Redo);
+  redo_->setToolTip(tr("Make it again (Ctrl+Shift+Z)"));
   sendBack_ = AddButton(u"Se&nd to Back"_s, "Command7", &Window::Command7_Click);
   bringFront_ = AddButton(u"B&ring to Front"_s, "Command8", &Window::Command8_Click);
   selectAll_ = AddButton(u"Se&lect All"_s, "Command10", &Window::Command10_Click);
   deselectAll_ = AddButton(u"&Deselect All"_s, "Command11", &Window::Command11_Click);
   remove_ = AddButton(u"Remo&ve"_s, "Command4", &Window::Command4_Click);
   removeAll_ = AddButton(u"R&emove All"_s, "Command9", &Window::Command9_Click);
-  QPushButton* const buttons[] = {sendBack_,    bringFront_, selectAll_,
-                                  deselectAll_, remove_,     removeAll_};
+  QPushButton* const buttons[] = {undo_,      redo_,        sendBack_, bringFront_,
+                                  selectAll_, deselectAll_, remove_,   removeAll_};
   int place = 0;
   for (QPushButton* button : buttons) {
     grid->addWidget(button, place / 2, place % 2);
@@ -205,16 +215,42 @@ void frmwatermarkcreator::EditTemplate(const QString& name, const VectorObjects&
   name_ = name;
   surface_->SetObjects(objects);
   saved_ = surface_->Objects();
+  history_.Begin(saved_);
   save_->setEnabled(true);
   ShowSelection();
 }
 
 // Layers.
 
-void frmwatermarkcreator::ChangeLayers(const Change& change) {
+void frmwatermarkcreator::ChangeLayers(const Change& change, const QString& word) {
   VectorObjects objects = surface_->Objects();
   change(objects, surface_->SelectedObjects());
   surface_->SetObjects(objects);
+  Remember(word);
+}
+
+void frmwatermarkcreator::Remember(const QString& word) {
+  history_.Changed(surface_->Objects(), word);
+  undo_->setEnabled(history_.CanUndo());
+  redo_->setEnabled(history_.CanRedo());
+}
+
+void frmwatermarkcreator::Undo() {
+  ShowLayers(history_.Undo());
+}
+
+void frmwatermarkcreator::Redo() {
+  ShowLayers(history_.Redo());
+}
+
+void frmwatermarkcreator::ShowLayers(const std::optional<VectorObjects>& layers) {
+  if (!layers) return;
+  surface_->SetObjects(*layers);
+  ShowSelection();
+}
+
+QSize frmwatermarkcreator::SurfaceSize() const {
+  return {surface_->ImageWidth(), surface_->ImageHeight()};
 }
 
 int frmwatermarkcreator::AddLayer(const std::function<int(VectorObjects& objects)>& add) {
@@ -225,12 +261,15 @@ int frmwatermarkcreator::AddLayer(const std::function<int(VectorObjects& objects
   surface_->SetObjects(objects);
   surface_->SelectObject(id, true);
   adding_ = false;
+  Remember();
   ShowSelection();
   return id;
 }
 
 void frmwatermarkcreator::Command1_Click() {
-  AddLayer([this](VectorObjects& objects) { return InsertNewText(objects, text_->NewText()); });
+  AddLayer([this](VectorObjects& objects) {
+    return InsertNewText(objects, text_->NewText(), SurfaceSize());
+  });
   text_->BeginTyping();
 }
 
@@ -245,8 +284,16 @@ void frmwatermarkcreator::Command3_Click() {
     MsgBox(image.loaded.Reason(), MessageKind::Warning);
     return;
   }
-  AddLayer(
-      [&](VectorObjects& objects) { return ImportNewImage(objects, image.picture, image.size); });
+  VectorObjects layers = surface_->Objects();
+  ImportNewImage(layers, image.picture, image.size, SurfaceSize());
+  // Not only when hours of work are to be saved.
+  if (const Outcome within = CheckObjectBounds(layers); !within) {
+    MsgBox(within.Reason(), MessageKind::Warning);
+    return;
+  }
+  AddLayer([&](VectorObjects& objects) {
+    return ImportNewImage(objects, image.picture, image.size, SurfaceSize());
+  });
   surface_->setFocus();
 }
 
@@ -257,6 +304,7 @@ void frmwatermarkcreator::Command4_Click() {
     RemoveLayers(objects, selected);
   });
   SetWorking(false);
+  ResetText();
   ShowSelection();
 }
 
@@ -282,6 +330,8 @@ void frmwatermarkcreator::Command9_Click() {
              Buttons::YesNo) != Answer::Yes)
     return;
   surface_->RemoveAllObjects();
+  Remember();
+  ResetText();
   ShowSelection();
 }
 
@@ -295,23 +345,36 @@ void frmwatermarkcreator::Command11_Click() {
 
 void frmwatermarkcreator::Altered(const QString& what) {
   if (filling_) return;
-  ChangeLayers([&](VectorObjects& objects, const std::vector<int>& selected) {
-    AlterText(objects, selected, text_->Panel(), what);
-  });
+  ChangeLayers(
+      [&](VectorObjects& objects, const std::vector<int>& selected) {
+        AlterText(objects, selected, text_->Panel(), what);
+      },
+      what);
 }
 
 void frmwatermarkcreator::Slider1_Change() {
   transparencyText_->setText(QString::number(transparency_->value()));
   if (filling_) return;
-  ChangeLayers([&](VectorObjects& objects, const std::vector<int>& selected) {
-    SetTransparency(objects, selected, transparency_->value());
-  });
+  ChangeLayers(
+      [&](VectorObjects& objects, const std::vector<int>& selected) {
+        SetTransparency(objects, selected, transparency_->value());
+      },
+      QString::fromUtf16(text_part::kTransparency));
 }
 
 // What is shown.
 
 void frmwatermarkcreator::ImageX1_OnSelectObject() {
-  if (!adding_) ShowSelection();
+  if (adding_) return;
+  history_.EndStep();
+  ShowSelection();
+}
+
+void frmwatermarkcreator::ResetText() {
+  filling_ = true;
+  text_->SetPanel(text_->NewText());
+  ShowTransparency(kOpaque);
+  filling_ = false;
 }
 
 void frmwatermarkcreator::ShowTransparency(int transparency) {
@@ -322,10 +385,14 @@ void frmwatermarkcreator::ShowTransparency(int transparency) {
 void frmwatermarkcreator::ShowSelection() {
   const SelectionState state = StateOf(surface_->Objects(), surface_->SelectedObjects());
   filling_ = true;
-  text_->SetPanel(state.text.value_or(text_->NewText()));
+  // One picture; of several layers, or none, the panel says what it said.
+  if (state.transparency && !state.text) text_->SetPanel(text_->NewText());
+  if (state.text) text_->SetPanel(*state.text);
   state.text ? text_->UnlockText() : text_->LockText();
   if (state.transparency) ShowTransparency(*state.transparency);
   filling_ = false;
+  undo_->setEnabled(history_.CanUndo());
+  redo_->setEnabled(history_.CanRedo());
   transparency_->setEnabled(state.any);
   for (QPushButton* button : {sendBack_, bringFront_, deselectAll_, remove_})
     button->setEnabled(state.any);
@@ -335,14 +402,20 @@ void frmwatermarkcreator::ShowSelection() {
 
 void frmwatermarkcreator::SetWorking(bool working, const QString& text) {
   working_ = working;
-  size_->setText(working ? text
-                         : TemplateSizeText({surface_->ImageWidth(), surface_->ImageHeight()}));
+  size_->setText(working ? text : TemplateSizeText(SurfaceSize()));
   if (working) size_->repaint();
 }
 
 void frmwatermarkcreator::keyPressEvent(QKeyEvent* event) {
-  if (!event->matches(QKeySequence::Save)) return QDialog::keyPressEvent(event);
-  Guarded("frmwatermarkcreator", "Form_KeyDown", [this] { Save(); });
+  const struct {
+    QKeySequence::StandardKey key;
+    std::function<void()> act;
+  } commands[] = {{QKeySequence::Save, [this] { Save(); }},
+                  {QKeySequence::Undo, [this] { Undo(); }},
+                  {QKeySequence::Redo, [this] { Redo(); }}};
+  for (const auto& [key, act] : commands)
+    if (event->matches(key)) return Guarded("frmwatermarkcreator", "Form_KeyDown", act);
+  QDialog::keyPressEvent(event);
 }
 
 // Saving.
@@ -358,8 +431,7 @@ bool frmwatermarkcreator::Save() {
   if (name_.isEmpty()) return SaveAs();
   const VectorObjects objects = surface_->Objects();
   SetWorking(true, QString::fromUtf16(template_text::kSaving));
-  const Outcome saved = SaveTemplate(TemplatePath(folder_, name_), objects,
-                                     {surface_->ImageWidth(), surface_->ImageHeight()});
+  const Outcome saved = SaveTemplate(TemplatePath(folder_, name_), objects, SurfaceSize());
   SetWorking(false);
   if (!saved) {
     MsgBox(saved.Reason(), MessageKind::Warning);
@@ -374,14 +446,14 @@ bool frmwatermarkcreator::Save() {
 bool frmwatermarkcreator::SaveAs() {
   if (!HasLayers()) return false;
   const VectorObjects objects = surface_->Objects();
-  frmwatername dialog(folder_, objects, {surface_->ImageWidth(), surface_->ImageHeight()}, name_,
-                      this);
+  frmwatername dialog(folder_, objects, SurfaceSize(), name_, this);
   dialog.exec();
   if (dialog.SavedName().isEmpty()) return false;
   name_ = dialog.SavedName();
   saved_ = objects;
   save_->setEnabled(true);
   Q_EMIT TemplateSaved(name_);
+  MsgBox(QString::fromUtf16(template_text::kSaved), MessageKind::Information);
   return true;
 }
 

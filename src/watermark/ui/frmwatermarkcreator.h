@@ -5,6 +5,7 @@
 
 #include "imaging/picture.h"
 #include "imaging/vector_objects.h"
+#include "watermark/layer_history.h"
 
 class QGridLayout;
 class QLabel;
@@ -58,14 +59,22 @@ class frmwatermarkcreator : public QDialog {
 
   /// Changes a copy of the layers and puts it in the place of those on the surface.
   using Change = std::function<void(VectorObjects& objects, const std::vector<int>& selected)>;
-  void ChangeLayers(const Change& change);
+  /// `word` as for the history.
+  void ChangeLayers(const Change& change, const QString& word = {});
   int AddLayer(const std::function<int(VectorObjects& objects)>& add);
+  void Undo();
+  void Redo();
+  void ShowLayers(const std::optional<VectorObjects>& layers);
+  /// What is shown has changed by the user.
+  void Remember(const QString& word = {});
   bool Save();
   bool SaveAs();
   bool HasLayers();
   /// Whether the window may close: asks when something isn't saved.
   bool SettleChanges();
   void ShowSelection();
+  void ResetText();
+  QSize SurfaceSize() const;
   void ShowTransparency(int transparency);
   void SetWorking(bool working, const QString& text = {});
 
@@ -75,8 +84,10 @@ class frmwatermarkcreator : public QDialog {
   TextLayerPanel* text_;
   QSlider* transparency_;
   QLabel *transparencyText_, *size_;
-  QPushButton *save_, *sendBack_, *bringFront_, *remove_, *removeAll_, *selectAll_, *deselectAll_;
+  QPushButton *undo_, *redo_, *save_, *sendBack_, *bringFront_, *remove_, *removeAll_, *selectAll_,
+      *deselectAll_;
   VectorObjects saved_;
+  LayerHistory history_;
   bool adding_ = false;   // a layer is being placed: its selection isn't the user's
   bool filling_ = false;  // the panel follows the selection
   bool working_ = false;

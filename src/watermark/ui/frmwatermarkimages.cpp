@@ -145,7 +145,7 @@ QWidget* frmwatermarkimages::ComposeTemplates() {
   for (QPushButton* button : {create_, edit_, remove_})
     keeping->addWidget(button);
   column->addLayout(keeping);
-  connect(templates_, &QListWidget::currentRowChanged, this, [this] { List1_Click(); });
+  connect(templates_, &QListWidget::itemSelectionChanged, this, [this] { List1_Click(); });
   connect(templates_, &QListWidget::itemActivated, this, [this] { apply_->click(); });
   return side;
 }
@@ -235,8 +235,9 @@ void frmwatermarkimages::ShowTemplates(const QString& selected) {
 }
 
 QString frmwatermarkimages::SelectedTemplate() const {
-  const QListWidgetItem* item = templates_->currentItem();
-  return item == nullptr ? QString() : item->text();
+  // Not the current one: that may only be where the keys are.
+  const QList<QListWidgetItem*> items = templates_->selectedItems();
+  return items.isEmpty() ? QString() : items.first()->text();
 }
 
 void frmwatermarkimages::List1_Click() {
@@ -254,12 +255,18 @@ bool frmwatermarkimages::LoadSelected(VectorObjects& objects) {
 }
 
 void frmwatermarkimages::Command4_Click() {
+  const bool located = FileExists(TemplatePath(folder_, SelectedTemplate()));
+  // One that stands but can't be read leaves nothing applied: the former isn't what was asked for.
+  VectorObjects objects;
   SetLocked(true);
-  const bool loaded = LoadSelected(applied_);
+  const bool loaded = LoadSelected(objects);
   SetLocked(false);
-  if (!loaded) return;
-  appliedName_ = SelectedTemplate();
+  if (!loaded && !located) return;
+  applied_ = std::move(objects);
+  appliedName_ = loaded ? SelectedTemplate() : QString();
+  UpdateEnabled();
   pages_->setCurrentIndex(0);
+  if (!preview_->HasImage() && !photos_.isEmpty()) thumbnailView_->SelectPaths({photos_.first()});
   ShowApplied();
 }
 
@@ -308,7 +315,7 @@ void frmwatermarkimages::Command2_Click() {
     MsgBox(removed.Reason(), MessageKind::Warning);
     return;
   }
-  delete templates_->takeItem(templates_->currentRow());
+  qDeleteAll(templates_->selectedItems());
   UpdateEnabled();
 }
 
@@ -354,6 +361,9 @@ void frmwatermarkimages::ShowEnd(const FailureList& failures) {
   thumbnailView_->BlockSelectionSignals(true);
   thumbnails_.DeleteImages(stamped);
   thumbnailView_->BlockSelectionSignals(false);
+  // It may show a photo as it was before its stamp.
+  preview_->Clear();
+  UpdateEnabled();
   failuresHeading_->setText(failures.label);
   failures_->SetFailures(failures);
   failures_->setColumnWidth(0, failures_->width() / 2);
@@ -370,7 +380,7 @@ void frmwatermarkimages::SetLocked(bool locked, const QString& text) {
 }
 
 void frmwatermarkimages::UpdateEnabled() {
-  const bool chosen = templates_->currentItem() != nullptr && !locked_;
+  const bool chosen = !SelectedTemplate().isEmpty() && !locked_;
   const bool surface = preview_->HasImage() && !locked_;
   for (QPushButton* button : {remove_, apply_})
     button->setEnabled(chosen);
@@ -378,10 +388,14 @@ void frmwatermarkimages::UpdateEnabled() {
   create_->setEnabled(surface);
   for (QPushButton* button : {create_, edit_})
     button->setToolTip(surface ? QString() : tr("There is no photo to draw the template on"));
-  if (!locked_)
-    status_->setText(templates_->count() > 0 ? QString() : tr("No templates yet: create one."));
+  if (!locked_) status_->setText(StatusText());
   stamp_->setEnabled(!locked_);
   cancel_->setEnabled(!locked_);
+}
+
+QString frmwatermarkimages::StatusText() const {
+  if (templates_->count() == 0) return tr("No templates yet: create one.");
+  return appliedName_.isEmpty() ? QString() : tr("Applied template: %1").arg(appliedName_);
 }
 
 void frmwatermarkimages::reject() {

@@ -61,6 +61,7 @@ class frmwatermarkimages : public QDialog {
   void ShowApplied();
   void ShowEnd(const FailureList& failures);
   QString SelectedTemplate() const;
+  QString StatusText() const;
   void SetLocked(bool locked, const QString& text = {});
   void UpdateEnabled();
 

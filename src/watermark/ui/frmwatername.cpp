@@ -70,7 +70,6 @@ void frmwatername::Command1_Click() {
     return;
   }
   savedName_ = name;
-  MsgBox(QString::fromUtf16(template_text::kSaved), MessageKind::Information);
   accept();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "watermark/ui/symbol_picker.h"
 
+#include <QKeyEvent>
 #include <QScreen>
 
 #include "shell/ui/look.h"
@@ -41,6 +42,13 @@ void SymbolPicker::ShowBelow(const QWidget& button) {
   move(at);
   show();
   setFocus();
+}
+
+void SymbolPicker::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Cancel))
+    hide();
+  else
+    QListWidget::keyPressEvent(event);
 }
 
 void SymbolPicker::Pick(QListWidgetItem* item) {

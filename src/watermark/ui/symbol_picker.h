@@ -18,6 +18,9 @@ class SymbolPicker : public QListWidget {
  Q_SIGNALS:
   void Picked(const QString& symbol);
 
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   void Pick(QListWidgetItem* item);
 };

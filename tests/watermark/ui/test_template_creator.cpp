@@ -173,6 +173,8 @@ TEST_F(TemplateCreator, ThePanelFollowsTheSelectionAndAltersNothingByIt) {
   EXPECT_EQ(Find<QSlider>(u"Slider1")->value(), 100);
   Select({other});
   EXPECT_EQ(Find<QComboBox>(u"Combo1")->currentText(), u"A Font That Nobody Has"_s);
+  Surface().SelectObject(text, true);
+  EXPECT_EQ(Find<QPlainTextEdit>(u"Text1")->toPlainText(), u"two"_s) << "of several the last";
   Select({text, image});
   EXPECT_FALSE(Find<QWidget>(u"Text2")->isEnabled());
   EXPECT_TRUE(Find<QSlider>(u"Slider1")->isEnabled());
@@ -213,6 +215,43 @@ TEST_F(TemplateCreator, LayersAreReorderedAndRemoved) {
   Click(u"Command6");
   EXPECT_EQ(messages_, QStringList{u"The template must contain at least one text or image before "
                                    u"it can be saved."_s});
+}
+
+TEST_F(TemplateCreator, ChangesAreTakenBackAndMadeAgain) {
+  const int text = NewText(u"ab"_s);
+  Find<QLineEdit>(u"Text2")->setText(u"64"_s);
+  const VectorObjects typed = Objects();
+  Drag(Objects().Find(text)->Outline().boundingRect().center(), {130, 70});
+  const VectorObjects moved = Objects();
+  ASSERT_NE(moved, typed);
+  Click(u"Command4");
+  ASSERT_TRUE(Objects().IsEmpty());
+  Surface().setFocus();
+  QTest::keyClick(window_.get(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Objects(), moved);
+  Click(u"cmdundo");
+  EXPECT_EQ(Objects(), typed);
+  Click(u"cmdundo");
+  EXPECT_EQ(Key(text, u"FONTHEIGHT") + Key(text, u"TEXT"), u"100ab"_s);
+  Click(u"cmdundo");
+  EXPECT_EQ(Key(text, u"TEXT"), u"Your Text Here"_s) << "each letter a step";
+  for (int i = 0; i < 3; ++i)
+    Click(u"cmdredo");
+  EXPECT_EQ(Objects(), moved);
+  NewImage();
+  EXPECT_FALSE(Find<QPushButton>(u"cmdredo")->isEnabled());
+}
+
+TEST_F(TemplateCreator, NewLayersBeginOnASmallPhoto) {
+  for (const QSize size : {QSize(90, 70), QSize(30, 20)}) {
+    Open(size);
+    for (int i = 0; i < 5; ++i) {
+      const VectorObject& layer = *Objects().Find(NewText());
+      EXPECT_TRUE(QRectF(QPointF(), size).contains(QPointF(layer.left, layer.top)))
+          << layer.left << ' ' << layer.top;
+    }
+    answer_ = Answer::No;
+  }
 }
 
 TEST_F(TemplateCreator, ATemplateIsTheSameHoweverOftenItIsSavedAndEdited) {

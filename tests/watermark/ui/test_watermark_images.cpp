@@ -129,6 +129,7 @@ TEST_F(WatermarkImages, FailuresAreShownHereAndAnotherTryStampsNoneTwice) {
   };
   EXPECT_EQ(cell(0, 0) + u": "_s + cell(0, 1), locked + u": Permission was denied"_s);
   EXPECT_EQ(cell(1, 0) + u": "_s + cell(1, 1), gone + u": File is offline or missing"_s);
+  EXPECT_FALSE(Preview().HasImage()) << "as it was before its stamp";
   const QByteArray stamped = test::Scratch::Read(good);
   QFile::setPermissions(locked, QFile::ReadOwner | QFile::WriteOwner);
   Click(u"Command5");
@@ -139,7 +140,10 @@ TEST_F(WatermarkImages, FailuresAreShownHereAndAnotherTryStampsNoneTwice) {
 
 TEST_F(WatermarkImages, TemplatesThatAreGoneOrBrokenAreSaid) {
   Open({AddPhoto(u"a.jpg"_s)});
+  Templates().setFocus();
+  EXPECT_FALSE(Button(u"Command4")->isEnabled()) << "keys are there, but nothing is chosen";
   Choose(u"Square"_s);
+  Click(u"Command4");
   QFile::remove(PathOf(u"Square"_s));
   for (const char16_t* name : {u"Command4", u"Command3", u"Command2"}) {
     messages_.clear();
@@ -150,7 +154,7 @@ TEST_F(WatermarkImages, TemplatesThatAreGoneOrBrokenAreSaid) {
   messages_.clear();
   Click(u"Command4");
   EXPECT_EQ(messages_.size(), 1);
-  EXPECT_TRUE(Preview().Objects().IsEmpty());
+  EXPECT_TRUE(Preview().Objects().IsEmpty()) << "the one that was applied before";
   answer_ = Answer::No;
   Click(u"Command2");
   EXPECT_EQ(messages_.last(), u"Do you want to delete the selected template?"_s);
