@@ -129,25 +129,37 @@ QImage::Format PaintFormat(const QImage& picture) {
   return IsDeep(picture) ? QImage::Format_RGBX64 : QImage::Format_RGB32;
 }
 
+uchar* PixelsOf(QImage& picture, const QPoint& at) {
+  return picture.scanLine(at.y()) +
+         static_cast<std::size_t>(at.x()) * static_cast<std::size_t>(picture.depth() / 8);
+}
+
+void PaintOnCanvas(QImage& canvas, const QPoint& corner, const VectorObject& object) {
+  QPainter painter(&canvas);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(-corner);
+  PaintObject(painter, object);
+}
+
 /// Paints an object into a band of the picture. False when there is no memory for it.
 bool PaintBand(QImage& picture, const QRect& band, const VectorObject& object) {
+  if (picture.format() == PaintFormat(picture) && !IsGray(picture)) {
+    QImage canvas(PixelsOf(picture, band.topLeft()), band.width(), band.height(),
+                  picture.bytesPerLine(), picture.format());
+    PaintOnCanvas(canvas, band.topLeft(), object);
+    return true;
+  }
   QImage canvas = picture.copy(band).convertToFormat(PaintFormat(picture));
   if (canvas.isNull()) return false;
   const QImage plain = picture.hasAlphaChannel() ? canvas : QImage();
-  {
-    QPainter painter(&canvas);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(-band.topLeft());
-    PaintObject(painter, object);
-  }
+  PaintOnCanvas(canvas, band.topLeft(), object);
   const QImage painted = plain.isNull() ? QImage() : canvas;
   canvas = IsGray(picture) ? GrayOfEqualSamples(canvas) : canvas.convertToFormat(picture.format());
   if (canvas.isNull()) return false;
   const auto pixelBytes = static_cast<std::size_t>(picture.depth() / 8);
   const auto rowBytes = static_cast<std::size_t>(band.width()) * pixelBytes;
   for (int y = 0; y < band.height(); ++y) {
-    uchar* row =
-        picture.scanLine(band.top() + y) + static_cast<std::size_t>(band.left()) * pixelBytes;
+    uchar* row = PixelsOf(picture, band.topLeft() + QPoint(0, y));
     if (plain.isNull()) {
       std::memcpy(row, canvas.constScanLine(y), rowBytes);
       continue;
