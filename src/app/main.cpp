@@ -113,7 +113,7 @@ int main(int argc, char** argv) {
   if (!DisplayIsThere(argc, argv)) return RunWithoutDisplay(argc, argv);
   QApplication application(argc, argv);
   NameProgram();
-  QApplication::setDesktopFileName(u"zolmira-qm"_s);
+  QApplication::setDesktopFileName(u"org.zolmira.QM"_s);
   QApplication::setQuitOnLastWindowClosed(false);
   UseSystemLocale();
   int exitCode = kExitUnexpected;
