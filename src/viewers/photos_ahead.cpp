@@ -40,14 +40,21 @@ const Result<ViewPhoto>* PhotosAhead::Get(const QString& path) const {
   return entry == entries_.end() || !entry->second->photo ? nullptr : &*entry->second->photo;
 }
 
+int PhotosAhead::Percent(const QString& path) const {
+  const auto entry = entries_.find(path);
+  return entry == entries_.end() ? 0 : entry->second->progress->Percent();
+}
+
 void PhotosAhead::Forget(const QString& path) {
   entries_.erase(path);
 }
 
 void PhotosAhead::Start(const QString& path, Entry& entry, int priority) {
   entry.wanted = std::make_shared<std::atomic<bool>>(true);
-  const auto read = [this, path, box = box_, request = request_, wanted = entry.wanted] {
+  const auto read = [this, path, box = box_, request = request_, wanted = entry.wanted,
+                     progress = entry.progress] {
     if (!*wanted) return;
+    const ProgressScope scope(progress.get());
     auto photo = std::make_shared<Result<ViewPhoto>>(ReadViewPhoto(path, box, request));
     QMetaObject::invokeMethod(this, [this, path, photo, wanted] {
       if (!*wanted) return;  // forgotten meanwhile, perhaps asked for anew

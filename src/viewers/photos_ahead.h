@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 
+#include "imaging/progress.h"
 #include "imaging/view_reader.h"
 #include "shell/result.h"
 
@@ -33,6 +34,8 @@ class PhotosAhead : public QObject {
   void Want(const QStringList& paths);
   /// What was read, or why it couldn't be; null while it is being read and for what isn't wanted.
   const Result<ViewPhoto>* Get(const QString& path) const;
+  /// How much of a wanted photo has been read, 0 to 99.
+  int Percent(const QString& path) const;
   /// The file is another one now; the next `Want` reads it again.
   void Forget(const QString& path);
 
@@ -44,6 +47,7 @@ class PhotosAhead : public QObject {
   struct Entry {
     std::shared_ptr<std::atomic<bool>> wanted;  ///< false: the reading may be passed over
     std::optional<Result<ViewPhoto>> photo;
+    std::shared_ptr<ProgressSink> progress = std::make_shared<ProgressSink>();
 
     ~Entry() {
       if (wanted) *wanted = false;
