@@ -5,7 +5,6 @@
 #include <QSize>
 #include <QString>
 #include <QStringList>
-#include <QThreadPool>
 #include <atomic>
 #include <map>
 #include <memory>
@@ -18,7 +17,7 @@
 namespace zqm {
 
 /// Photos as a viewer steps through them: the one on the screen and those that may come next, read
-/// beside the interface thread before they are asked for.
+/// beside the interface thread before they are asked for. Its end waits for no reading.
 class PhotosAhead : public QObject {
   Q_OBJECT
  public:
@@ -44,6 +43,7 @@ class PhotosAhead : public QObject {
   void Ready(const QString& path);
 
  private:
+  struct Receiver;
   struct Entry {
     std::shared_ptr<std::atomic<bool>> wanted;  ///< false: the reading may be passed over
     std::optional<Result<ViewPhoto>> photo;
@@ -59,7 +59,7 @@ class PhotosAhead : public QObject {
   ReadRequest request_;
   QSize box_;
   std::map<QString, std::unique_ptr<Entry>> entries_;
-  QThreadPool pool_;
+  std::shared_ptr<Receiver> receiver_;
 };
 
 }  // namespace zqm
