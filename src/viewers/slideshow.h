@@ -40,6 +40,8 @@ class Slideshow : public QObject {
   const QImage& Frame() { return player_.Frame(); }
   /// Place in the list of the photo that is shown or comes in; -1 before the first one.
   int Current() const { return current_; }
+  /// Whether the next photo is just coming in.
+  bool IsChanging() const { return player_.IsRunning(); }
   /// How much of the photo that is waited for has been read; nothing while none is.
   std::optional<int> Waiting() const;
 
