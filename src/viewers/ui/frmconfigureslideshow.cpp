@@ -123,6 +123,11 @@ void frmconfigureslideshow::LoadSettings() {
   keys_->setChecked(WindowSettings().value(QString::fromUtf16(kKeysKey), false).toBool());
 }
 
+void frmconfigureslideshow::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  transitions_->scrollToItem(transitions_->currentItem(), QAbstractItemView::PositionAtCenter);
+}
+
 void frmconfigureslideshow::ShowTransition() {
   preview_->SetTransition(transitions_->currentRow());
 }

@@ -25,6 +25,9 @@ class frmconfigureslideshow : public QDialog {
   /// What is to be shown, after the window was accepted.
   const SlideshowPlan& Plan() const { return plan_; }
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   QWidget* ComposeTransitions();
   QLayout* ComposeRest();
