@@ -2,7 +2,6 @@
 #include "viewers/slideshow.h"
 
 #include <QPainter>
-#include <algorithm>
 #include <utility>
 
 #include "imaging/row_sink.h"
@@ -11,8 +10,6 @@
 
 namespace zqm {
 namespace {
-
-constexpr std::chrono::milliseconds kTransitionTime(1000);
 
 /// Null where there is no memory for it.
 QImage OnBlack(const QImage& photo, const QSize& screen) {

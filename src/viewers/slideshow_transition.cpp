@@ -2,15 +2,13 @@
 #include "viewers/slideshow_transition.h"
 
 #include <QMetaObject>
-#include <algorithm>
 #include <utility>
 
 namespace zqm {
 namespace {
 
-constexpr double kUsualPace = 60;                // hertz
-constexpr double kUndrawn = -1;                  // no progress
-constexpr double kSlowest = 1, kFastest = 1000;  // hertz, of what a screen may say about itself
+constexpr double kUsualPace = 60, kSlowest = 10, kFastest = 1000;  // hertz
+constexpr double kUndrawn = -1;                                    // no progress
 
 }  // namespace
 
@@ -51,7 +49,9 @@ void TransitionPlayer::PrepareTransition(int number, const QSize& screen) {
 }
 
 void TransitionPlayer::SetPace(double hertz) {
-  pace_.setInterval(static_cast<int>(1000 / std::clamp(hertz, kSlowest, kFastest)));
+  // Some screens tell 0 or nonsense.
+  const bool plausible = hertz >= kSlowest && hertz <= kFastest;
+  pace_.setInterval(static_cast<int>(1000 / (plausible ? hertz : kUsualPace)));
 }
 
 void TransitionPlayer::Show(const QImage& picture) {

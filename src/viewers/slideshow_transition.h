@@ -18,6 +18,9 @@ namespace zqm {
 using Clock = std::function<std::chrono::milliseconds()>;
 Clock SteadyClock();
 
+/// How long one picture takes to give way to the next, in the show and in its preview.
+inline constexpr std::chrono::milliseconds kTransitionTime(1000);
+
 /// Shows one picture after the other, with a transition between them. A frame is drawn for the
 /// moment at which it is asked for: where drawing is slow, frames are left out and it takes no
 /// longer. Pictures are RGB32 of the screen's size.

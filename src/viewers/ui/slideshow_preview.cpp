@@ -11,7 +11,7 @@
 namespace zqm {
 namespace {
 
-constexpr std::chrono::milliseconds kTransitionTime(1000), kBetween(2500);
+constexpr std::chrono::milliseconds kBetween(2500);
 
 }  // namespace
 
