@@ -60,6 +60,9 @@
 #include "shell/ui/folder_tree.h"
 #include "shell/ui/frmerror.h"
 #include "shell/ui/look.h"
+#include "viewers/slideshow_settings.h"
+#include "viewers/ui/frmconfigureslideshow.h"
+#include "viewers/ui/frmslideshow.h"
 #include "watermark/ui/frmwatermarkcreator.h"
 #include "watermark/ui/frmwatermarkimages.h"
 #include "watermark/ui/frmwatername.h"
@@ -71,7 +74,7 @@ namespace {
 
 using namespace zqm;
 
-constexpr std::chrono::milliseconds kRest(400), kIntoTheRun(900);
+constexpr std::chrono::milliseconds kRest(400), kIntoTheRun(900), kIntoTheTransition(500);
 
 /// Lets windows load what they show.
 void Settle(std::chrono::milliseconds time = kRest) {
@@ -388,6 +391,31 @@ class Studio {
     Show(name, u"frmwatername"_s);
   }
 
+  void Slideshows() {
+    QStringList photos;
+    for (const QString& name : QDir(photos_).entryList({u"*.jpg"_s}, QDir::Files))
+      photos.append(photos_ + u'/' + name);
+    (void)SaveTransition(session_.Folders().StateFolder(), 81, 7.5);
+    frmconfigureslideshow settings(photos, session_.ReadSettings(),
+                                   session_.Folders().StateFolder());
+    settings.show();
+    Settle(kIntoTheTransition);
+    Take(settings, u"frmconfigureslideshow"_s);
+    settings.close();
+    photos[1] = photos_ + u"/gone.jpg"_s;
+    // On a clock that stands still in the middle of a transition.
+    std::chrono::milliseconds now(0);
+    const SlideshowPlan plan{photos, 77, std::chrono::seconds(5), true, session_.ReadSettings()};
+    frmslideshow show(plan, nullptr, [&now] { return now; });
+    Show(show, u"frmslideshow"_s);
+    now += plan.interval;
+    show.Show().Tick();
+    Settle();
+    now += kIntoTheTransition;
+    show.Show().Tick();
+    Take(show, u"frmslideshow-transition"_s);
+  }
+
   void Dialogs() {
     frmstart start;
     Show(start, u"frmstart"_s);
@@ -476,11 +504,9 @@ int main(int argc, char** argv) {
                 parser.value(u"suffix"_s),
                 {parser.value(u"width"_s).toInt(), parser.value(u"height"_s).toInt()});
   const std::pair<const char16_t*, void (Studio::*)()> scenes[] = {
-      {u"main", &Studio::MainWindow},
-      {u"editor", &Studio::PhotoEditor},
-      {u"changes", &Studio::ChangeDialogs},
-      {u"watermarks", &Studio::Watermarks},
-      {u"dialogs", &Studio::Dialogs}};
+      {u"main", &Studio::MainWindow},       {u"editor", &Studio::PhotoEditor},
+      {u"changes", &Studio::ChangeDialogs}, {u"watermarks", &Studio::Watermarks},
+      {u"viewers", &Studio::Slideshows},    {u"dialogs", &Studio::Dialogs}};
   const QString only = parser.value(u"only"_s);
   for (const auto& [name, draw] : scenes)
     if (only.isEmpty() || only == QStringView(name)) (studio.*draw)();

@@ -115,6 +115,8 @@ class Browser : public QObject, public BrowserView {
   /// The File menu's photo section (`PhotoCommands`).
   QStringList mnufile2_Click(int index);
   QStringList mnurename_Click();
+  /// Those of the selected photos that stand.
+  QStringList mnuslide_Click();
   QStringList mnudelete_Click();
   QStringList mnuremoverejected_Click();
   /// Those of the selected photos that stand, for an external editor.

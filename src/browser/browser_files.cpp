@@ -12,6 +12,7 @@
 #include "imaging/view_reader.h"
 #include "shell/files.h"
 #include "shell/messages.h"
+#include "viewers/slideshow.h"
 
 using namespace Qt::StringLiterals;
 
@@ -64,6 +65,13 @@ QStringList Browser::mnufile2_Click(int index) {
 QStringList Browser::mnurename_Click() {
   return Prepare(kRenameCommand.prepare,
                  [&](BusyRun&) { return PreparePhotos(kRenameCommand, selected_, {}); });
+}
+
+QStringList Browser::mnuslide_Click() {
+  return Prepare(kSlideshowCommand.prepare, [&](BusyRun& run) {
+    return PreparePhotos(kSlideshowCommand, selected_,
+                         [&run](int done, int total) { run.Progress(done, total); });
+  });
 }
 
 QStringList Browser::mnudelete_Click() {

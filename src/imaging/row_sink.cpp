@@ -135,12 +135,14 @@ Result<RowSink> RowSink::Create(int width, int height, RowFormat format, const Q
     sink.sums_.resize(static_cast<std::size_t>(pixels) * 4);
     sink.rowsIn_.resize(static_cast<std::size_t>(out.height()));
   }
+  sink.pass_ = std::make_unique<ProgressPass>(height);
   return sink;
 }
 
 void RowSink::PutRow(int y, const void* row) {
   if (y < 0 || y >= height_) return;
   ++rows_;
+  pass_->Done(1);
   if (factor_ == 1) {
     uchar* line = image_.scanLine(y);
     if (deep_) return CopyDeep(format_, row, width_, line);

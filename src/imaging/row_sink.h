@@ -4,8 +4,10 @@
 #include <QImage>
 #include <QSize>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
+#include "imaging/progress.h"
 #include "shell/result.h"
 
 namespace zqm {
@@ -20,7 +22,7 @@ inline constexpr int kMostSide = 1 << 20;
 /// Takes a picture row by row, in any order, each row once, and keeps only what is needed: the
 /// whole picture, or, for a box, the picture averaged down by a whole factor to no less than its
 /// fit into the box, 8 bits a sample. So a thumbnail of a huge picture costs one row and the small
-/// result.
+/// result. The rows are a pass that tells the progress sink of the thread that makes it.
 class RowSink {
  public:
   /// Fails on empty sizes, above `kMostPixels` or `kMostSide`, or when the result would take over
@@ -48,6 +50,7 @@ class RowSink {
   RowFormat format_ = RowFormat::Rgb24;
   int factor_ = 1;
   int rows_ = 0;
+  std::unique_ptr<ProgressPass> pass_;
   bool deep_ = false;                  // whether the picture keeps 16 bits a sample
   QImage image_;                       // the result; filled at once for factor 1
   std::vector<std::uint8_t> pixels_;   // one row brought to RGBA, 8 bits, before it is summed

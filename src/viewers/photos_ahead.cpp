@@ -1,19 +1,46 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewers/photos_ahead.h"
 
+#include <QCoreApplication>
 #include <QMetaObject>
+#include <QThreadPool>
+#include <mutex>
 
 namespace zqm {
+namespace {
 
-PhotosAhead::PhotosAhead(const ReadRequest& request) : request_(request) {
-  // A second thread, so that a photo that is slow to read doesn't hold up the next one.
-  pool_.setMaxThreadCount(2);
+/// Not of one viewer: a large photo that is still being read would hold up the end of its window.
+QThreadPool& ReadingPool() {
+  static QThreadPool pool;
+  [[maybe_unused]] static const bool isSetUp = [] {
+    // A second thread, so that a photo that is slow to read doesn't hold up the next one.
+    pool.setMaxThreadCount(2);
+    // What is still being read ends with the application object: readers use other statics.
+    qAddPostRoutine([] {
+      pool.clear();
+      pool.waitForDone();
+    });
+    return true;
+  }();
+  return pool;
+}
+
+}  // namespace
+
+/// Where photos go that have been read; the viewer may be gone by then.
+struct PhotosAhead::Receiver {
+  std::mutex mutex;
+  PhotosAhead* ahead;
+};
+
+PhotosAhead::PhotosAhead(const ReadRequest& request)
+    : request_(request), receiver_(std::make_shared<Receiver>()) {
+  receiver_->ahead = this;
 }
 
 PhotosAhead::~PhotosAhead() {
-  entries_.clear();
-  pool_.clear();
-  pool_.waitForDone();
+  const std::lock_guard lock(receiver_->mutex);
+  receiver_->ahead = nullptr;
 }
 
 void PhotosAhead::SetBox(const QSize& box) {
@@ -40,22 +67,33 @@ const Result<ViewPhoto>* PhotosAhead::Get(const QString& path) const {
   return entry == entries_.end() || !entry->second->photo ? nullptr : &*entry->second->photo;
 }
 
+int PhotosAhead::Percent(const QString& path) const {
+  const auto entry = entries_.find(path);
+  return entry == entries_.end() ? 0 : entry->second->progress->Percent();
+}
+
 void PhotosAhead::Forget(const QString& path) {
   entries_.erase(path);
 }
 
 void PhotosAhead::Start(const QString& path, Entry& entry, int priority) {
   entry.wanted = std::make_shared<std::atomic<bool>>(true);
-  const auto read = [this, path, box = box_, request = request_, wanted = entry.wanted] {
+  const auto read = [receiver = receiver_, path, box = box_, request = request_,
+                     wanted = entry.wanted, progress = entry.progress] {
     if (!*wanted) return;
+    const ProgressScope scope(progress.get());
     auto photo = std::make_shared<Result<ViewPhoto>>(ReadViewPhoto(path, box, request));
-    QMetaObject::invokeMethod(this, [this, path, photo, wanted] {
+    const std::lock_guard lock(receiver->mutex);
+    PhotosAhead* const ahead = receiver->ahead;
+    if (ahead == nullptr) return;
+    const auto deliver = [ahead, path, photo, wanted] {
       if (!*wanted) return;  // forgotten meanwhile, perhaps asked for anew
-      entries_.at(path)->photo = std::move(*photo);
-      Q_EMIT Ready(path);
-    });
+      ahead->entries_.at(path)->photo = std::move(*photo);
+      Q_EMIT ahead->Ready(path);
+    };
+    QMetaObject::invokeMethod(ahead, deliver, Qt::QueuedConnection);
   };
-  pool_.start(read, priority);
+  ReadingPool().start(read, priority);
 }
 
 }  // namespace zqm

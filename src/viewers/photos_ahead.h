@@ -5,19 +5,19 @@
 #include <QSize>
 #include <QString>
 #include <QStringList>
-#include <QThreadPool>
 #include <atomic>
 #include <map>
 #include <memory>
 #include <optional>
 
+#include "imaging/progress.h"
 #include "imaging/view_reader.h"
 #include "shell/result.h"
 
 namespace zqm {
 
 /// Photos as a viewer steps through them: the one on the screen and those that may come next, read
-/// beside the interface thread before they are asked for.
+/// beside the interface thread before they are asked for. Its end waits for no reading.
 class PhotosAhead : public QObject {
   Q_OBJECT
  public:
@@ -33,6 +33,8 @@ class PhotosAhead : public QObject {
   void Want(const QStringList& paths);
   /// What was read, or why it couldn't be; null while it is being read and for what isn't wanted.
   const Result<ViewPhoto>* Get(const QString& path) const;
+  /// How much of a wanted photo has been read, 0 to 99.
+  int Percent(const QString& path) const;
   /// The file is another one now; the next `Want` reads it again.
   void Forget(const QString& path);
 
@@ -41,9 +43,11 @@ class PhotosAhead : public QObject {
   void Ready(const QString& path);
 
  private:
+  struct Receiver;
   struct Entry {
     std::shared_ptr<std::atomic<bool>> wanted;  ///< false: the reading may be passed over
     std::optional<Result<ViewPhoto>> photo;
+    std::shared_ptr<ProgressSink> progress = std::make_shared<ProgressSink>();
 
     ~Entry() {
       if (wanted) *wanted = false;
@@ -55,7 +59,7 @@ class PhotosAhead : public QObject {
   ReadRequest request_;
   QSize box_;
   std::map<QString, std::unique_ptr<Entry>> entries_;
-  QThreadPool pool_;
+  std::shared_ptr<Receiver> receiver_;
 };
 
 }  // namespace zqm

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "viewers/photos_ahead.h"
-
 #include <gtest/gtest.h>
 
 #include "tests/support/eventually.h"
 #include "tests/support/sample_photo.h"
 #include "tests/support/scratch.h"
+#include "viewers/photos_ahead.h"
 
 namespace zqm::test {
 namespace {
@@ -30,9 +29,11 @@ TEST_F(PhotosAheadTest, WhatIsWantedIsReadAndTheRestForgotten) {
   ahead_.Want({wide_, tall_, gone});
   EXPECT_EQ(ahead_.Get(wide_), nullptr) << "nothing is read on this thread";
   EXPECT_EQ(ShownSize(wide_), QSize(100, 50));
+  EXPECT_GT(ahead_.Percent(wide_), 0) << "its rows were counted";
   EXPECT_EQ(ShownSize(tall_), QSize(33, 100));
   ASSERT_TRUE(Eventually([&] { return ahead_.Get(gone) != nullptr; }));
   EXPECT_FALSE(*ahead_.Get(gone));
+  EXPECT_EQ(ahead_.Percent(gone), 0);
 
   const auto* kept = ahead_.Get(tall_);
   ahead_.Want({tall_});

@@ -364,6 +364,8 @@ void frmmain::Run(Command command) {
     case Command::InfoPanel:
       info_->setVisible(actions_->Get(Command::InfoPanel)->isChecked());
       return;
+    case Command::Slideshow:
+      return mnuslide_Click();
     case Command::Refresh:
       return browser_.Refresh();
     case Command::CatalogFolders:

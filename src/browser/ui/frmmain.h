@@ -77,6 +77,7 @@ class frmmain : public QMainWindow {
   void WatermarkThem();
   void ResizeThem();
   void PrintThem();
+  void mnuslide_Click();
   void Rotate(Command command);
   void mnurename_Click();
   void DeleteThem(const QStringList& photos, const char16_t* question);

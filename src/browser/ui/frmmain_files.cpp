@@ -18,6 +18,8 @@
 #include "printing/ui/frmprint.h"
 #include "shell/messages.h"
 #include "shell/ui/folder_tree.h"
+#include "viewers/ui/frmconfigureslideshow.h"
+#include "viewers/ui/frmslideshow.h"
 #include "watermark/ui/frmwatermarkimages.h"
 
 namespace zqm {
@@ -99,6 +101,18 @@ void frmmain::PrintThem() {
   frmprint dialog(photos, session_.WorkSettings(), session_.Folders().PrintingTemplatesFolder(),
                   this);
   dialog.exec();
+}
+
+void frmmain::mnuslide_Click() {
+  const QStringList photos = browser_.mnuslide_Click();
+  if (photos.isEmpty()) return;
+  SlideshowPlan plan;
+  {
+    frmconfigureslideshow settings(photos, session_.ReadSettings(), StateFolder(), this);
+    if (settings.exec() != QDialog::Accepted) return;
+    plan = settings.Plan();
+  }
+  frmslideshow(plan, this).exec();
 }
 
 // The commands stand in the order of the turns.

@@ -9,6 +9,7 @@ frmzolmira::frmzolmira(const MainActions& actions, QWidget* parent) : QMenu(pare
   setObjectName(QStringLiteral("frmzolmira"));
   addAction(actions.Get(Command::CatalogSelected));
   addAction(actions.Get(Command::ExternalEditor));
+  addAction(actions.Get(Command::Slideshow));
   addSeparator();
   for (const Command command :
        {Command::MoveTo, Command::CopyTo, Command::Convert, Command::Pdf, Command::Watermark,

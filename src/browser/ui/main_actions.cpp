@@ -92,6 +92,8 @@ constexpr Row kRows[] = {
      u"One pixel of the photo on one of the screen", kPlain},
     {Command::InfoPanel, u"&View", u"Information &Panel", u"F9", "", "mnuinfopanel",
      u"Show or hide the panel at the right", kCheckable | kSeparatorBefore},
+    {Command::Slideshow, u"&View", u"Slides&how…", u"Ctrl+L", "view-presentation", "mnuslide",
+     u"Play the selected photos on the whole screen", kNeedsSelection | kSeparatorBefore},
     {Command::Refresh, u"&View", u"&Refresh", u"F5", "view-refresh", "mnurefresh",
      u"Read the shown folder again", kPlain},
     {Command::CatalogFolders, u"&Catalogue", u"Catalog &Folders / Subfolders…", u"Ctrl+I",

@@ -40,6 +40,7 @@ enum class Command {
   ZoomFit,
   ZoomFull,
   InfoPanel,
+  Slideshow,
   Refresh,
   CatalogFolders,
   CatalogSelected,

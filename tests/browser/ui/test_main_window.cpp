@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QToolButton>
@@ -13,6 +14,8 @@
 #include "tests/browser/catalogue_holder.h"
 #include "tests/browser/ui/main_window_fixture.h"
 #include "tests/support/print_text.h"
+#include "viewers/ui/frmconfigureslideshow.h"
+#include "viewers/ui/frmslideshow.h"
 
 using namespace Qt::StringLiterals;
 
@@ -156,6 +159,36 @@ TEST_F(MainWindow, ARefusedSelectionGoesBack) {
   EXPECT_EQ(Find<QLineEdit>(u"Text19")->text(), u"precious"_s);
   Click(1);
   EXPECT_EQ(Stored(a, Column::Tags), u"precious"_s);
+}
+
+TEST_F(MainWindow, TheSelectedPhotosThatStandArePlayed) {
+  const QString a = AddPhoto(u"a.jpg"_s), b = AddPhoto(u"b.jpg"_s), c = AddPhoto(u"c.jpg"_s);
+  Open();
+  Find<QAction>(u"mnuselectall")->trigger();
+  QFile::remove(b);
+  QStringList planned;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &look, [&] {
+    QWidget* window = QApplication::activeModalWidget();
+    if (auto* settings = qobject_cast<frmconfigureslideshow*>(window)) {
+      planned = settings->Plan().photos;
+      settings->findChild<QPushButton*>(u"Command2"_s)->click();
+    } else if (auto* show = qobject_cast<frmslideshow*>(window);
+               show && show->Show().Current() == 0) {
+      QTest::keyClick(show, Qt::Key_Escape);
+    }
+  });
+  look.start(10);
+  Trigger(u"mnuslide");
+  look.stop();
+  EXPECT_EQ(planned, (QStringList{a, c}));
+  EXPECT_TRUE(window_->isVisible());
+  EXPECT_TRUE(messages_.isEmpty());
+
+  QFile::remove(a);
+  QFile::remove(c);
+  Trigger(u"mnuslide");
+  EXPECT_EQ(messages_.size(), 1);
 }
 
 }  // namespace
