@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QLabel>
 #include <QMenuBar>
-#include <QSettings>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QStatusBar>
@@ -15,7 +14,6 @@
 #include <QVBoxLayout>
 
 #include "batch/delete_photos.h"
-#include "browser/ui/elided_label.h"
 #include "browser/ui/frmzolmira.h"
 #include "browser/ui/photo_panel.h"
 #include "browser/ui/thumbnail_panel.h"
@@ -29,9 +27,11 @@
 #include "shell/files.h"
 #include "shell/messages.h"
 #include "shell/ui/busy_label.h"
+#include "shell/ui/elided_label.h"
 #include "shell/ui/folder_tree.h"
 #include "shell/ui/frmerror.h"
 #include "shell/ui/look.h"
+#include "shell/window_settings.h"
 
 using namespace Qt::StringLiterals;
 
@@ -50,11 +50,6 @@ constexpr char16_t kNoFolder[] = u"Choose a folder at the left to see its photos
 constexpr char16_t kEmptyFolder[] = u"There are no photos in this folder.";
 constexpr char16_t kEmptyCatalogue[] =
     u"The catalogue is empty. Add the photos of your folders to it.";
-
-/// Geometry is kept the desktop's way, beside the two record files.
-QSettings WindowSettings() {
-  return QSettings(u"Zolmira"_s, u"QM"_s);
-}
 
 QString PicturesFolder() {
   const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
