@@ -3,7 +3,20 @@
 
 #include <QMetaObject>
 
+#include "viewers/upright.h"
+
 namespace zqm {
+namespace {
+
+void SetUp(ViewPhoto& photo) {
+  const int tag = OrientationTag(photo.file.parameters);
+  const bool hadPixels = !photo.image.isNull();
+  photo.image = Upright(photo.image, tag);
+  if (hadPixels && photo.image.isNull()) photo.reason = QStringLiteral("Not enough memory");
+  photo.fullSize = UprightSize(photo.fullSize, tag);
+}
+
+}  // namespace
 
 PhotosAhead::PhotosAhead(const ReadRequest& request) : request_(request) {
   // A second thread, so that a photo that is slow to read doesn't hold up the next one.
@@ -19,6 +32,12 @@ PhotosAhead::~PhotosAhead() {
 void PhotosAhead::SetBox(const QSize& box) {
   if (box == box_) return;
   box_ = box;
+  entries_.clear();
+}
+
+void PhotosAhead::SetUpright(bool upright) {
+  if (upright == upright_) return;
+  upright_ = upright;
   entries_.clear();
 }
 
@@ -46,9 +65,11 @@ void PhotosAhead::Forget(const QString& path) {
 
 void PhotosAhead::Start(const QString& path, Entry& entry, int priority) {
   entry.wanted = std::make_shared<std::atomic<bool>>(true);
-  const auto read = [this, path, box = box_, request = request_, wanted = entry.wanted] {
+  const auto read = [this, path, box = box_, upright = upright_, request = request_,
+                     wanted = entry.wanted] {
     if (!*wanted) return;
     auto photo = std::make_shared<Result<ViewPhoto>>(ReadViewPhoto(path, box, request));
+    if (upright && *photo) SetUp(**photo);
     QMetaObject::invokeMethod(this, [this, path, photo, wanted] {
       if (!*wanted) return;  // forgotten meanwhile, perhaps asked for anew
       entries_.at(path)->photo = std::move(*photo);
