@@ -195,6 +195,9 @@ void frmmain::ConnectViews() {
   };
   connect(&list, &ImageMultiX::OnImageSelect, this, select);
   connect(&list, &ImageMultiX::OnImageDeselect, this, select);
+  connect(&list, &ImageMultiX::Activated, this, [this](const QString& path) {
+    Guarded("frmmain", "ImageMultiX1_Activated", [this, &path] { ViewFullScreen(path); });
+  });
   connect(&list, &ImageMultiX::MenuWanted, this, [this](const QPoint& at) {
     frmzolmira menu(*actions_, this);
     menu.exec(at);
@@ -356,6 +359,10 @@ void frmmain::Run(Command command) {
       return viewer_->Fit();
     case Command::ZoomFull:
       return viewer_->SetZoom(100);
+    case Command::FullScreen:
+      return ViewFullScreen(QString());
+    case Command::Compare:
+      return ComparePhotos();
     case Command::InfoPanel:
       info_->setVisible(actions_->Get(Command::InfoPanel)->isChecked());
       return;
