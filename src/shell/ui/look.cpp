@@ -221,6 +221,13 @@ class Style : public QProxyStyle {
  public:
   Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* answer) const override {
+    // A click selects, on every desktop: what is activated opens windows.
+    if (hint == SH_ItemView_ActivateItemOnSingleClick) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, answer);
+  }
+
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
     if (element != PE_FrameFocusRect || qobject_cast<const QAbstractItemView*>(widget) == nullptr)
