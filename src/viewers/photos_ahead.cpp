@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewers/photos_ahead.h"
 
+#include <QCoreApplication>
 #include <QMetaObject>
+#include <QThreadPool>
+#include <mutex>
 
 #include "viewers/upright.h"
 
@@ -16,17 +19,38 @@ void SetUp(ViewPhoto& photo) {
   photo.fullSize = UprightSize(photo.fullSize, tag);
 }
 
+/// Threads enough that a photo that is slow to read doesn't hold up the next one, on two sides.
+class ReadingThreads : public QThreadPool {
+ public:
+  ReadingThreads() {
+    constexpr int kThreads = 4;
+    setMaxThreadCount(kThreads);
+    // What the decoders use is there as long as the application.
+    qAddPostRoutine([] { Get().waitForDone(); });
+  }
+  static QThreadPool& Get() {
+    static ReadingThreads threads;
+    return threads;
+  }
+};
+
 }  // namespace
 
-PhotosAhead::PhotosAhead(const ReadRequest& request) : request_(request) {
-  // A second thread, so that a photo that is slow to read doesn't hold up the next one.
-  pool_.setMaxThreadCount(2);
+struct PhotosAhead::Channel {
+  std::mutex mutex;
+  PhotosAhead* owner;  ///< null once it is gone
+};
+
+PhotosAhead::PhotosAhead(const ReadRequest& request)
+    : request_(request), channel_(std::make_shared<Channel>()) {
+  channel_->owner = this;
 }
 
+/// A reading under way ends by itself: a viewer that closes waits for none.
 PhotosAhead::~PhotosAhead() {
   entries_.clear();
-  pool_.clear();
-  pool_.waitForDone();
+  const std::scoped_lock lock(channel_->mutex);
+  channel_->owner = nullptr;
 }
 
 void PhotosAhead::SetBox(const QSize& box) {
@@ -65,18 +89,22 @@ void PhotosAhead::Forget(const QString& path) {
 
 void PhotosAhead::Start(const QString& path, Entry& entry, int priority) {
   entry.wanted = std::make_shared<std::atomic<bool>>(true);
-  const auto read = [this, path, box = box_, upright = upright_, request = request_,
-                     wanted = entry.wanted] {
+  const auto read = [path, box = box_, upright = upright_, request = request_,
+                     wanted = entry.wanted, channel = channel_] {
     if (!*wanted) return;
     auto photo = std::make_shared<Result<ViewPhoto>>(ReadViewPhoto(path, box, request));
     if (upright && *photo) SetUp(**photo);
-    QMetaObject::invokeMethod(this, [this, path, photo, wanted] {
+    const std::scoped_lock lock(channel->mutex);
+    PhotosAhead* owner = channel->owner;
+    if (owner == nullptr) return;
+    const auto arrive = [owner, path, photo, wanted] {
       if (!*wanted) return;  // forgotten meanwhile, perhaps asked for anew
-      entries_.at(path)->photo = std::move(*photo);
-      Q_EMIT Ready(path);
-    });
+      owner->entries_.at(path)->photo = std::move(*photo);
+      Q_EMIT owner->Ready(path);
+    };
+    QMetaObject::invokeMethod(owner, arrive, Qt::QueuedConnection);
   };
-  pool_.start(read, priority);
+  ReadingThreads::Get().start(read, priority);
 }
 
 }  // namespace zqm

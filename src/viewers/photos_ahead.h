@@ -5,7 +5,6 @@
 #include <QSize>
 #include <QString>
 #include <QStringList>
-#include <QThreadPool>
 #include <atomic>
 #include <map>
 #include <memory>
@@ -53,13 +52,16 @@ class PhotosAhead : public QObject {
     }
   };
 
+  /// How the readings reach this object as long as it is there.
+  struct Channel;
+
   void Start(const QString& path, Entry& entry, int priority);
 
   ReadRequest request_;
   QSize box_;
   bool upright_ = false;
   std::map<QString, std::unique_ptr<Entry>> entries_;
-  QThreadPool pool_;
+  std::shared_ptr<Channel> channel_;
 };
 
 }  // namespace zqm

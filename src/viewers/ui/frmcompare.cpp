@@ -15,6 +15,7 @@
 #include "shell/error.h"
 #include "shell/files.h"
 #include "shell/ui/look.h"
+#include "shell/ui/path_delegate.h"
 #include "shell/window_settings.h"
 #include "viewers/compare.h"
 #include "viewers/ui/compare_pane.h"
@@ -25,7 +26,7 @@ namespace zqm {
 namespace {
 
 constexpr QSize kUsualSize(1200, 760), kSmallestSize(640, 420);
-constexpr int kDetailsHeight = 200;
+constexpr int kDetailsHeight = 200, kCaptionWidth = 220;
 constexpr int kNoticeMilliseconds = 2500;
 constexpr QLatin1StringView kGeometryKey("compare/geometry"), kPartsKey("compare/parts"),
     kDetailsKey("compare/details"), kAllKey("compare/allValues"), kLinkedKey("compare/linked");
@@ -65,11 +66,13 @@ frmcompare::frmcompare(Session& session, const QStringList& photos, QWidget* par
 frmcompare::~frmcompare() = default;
 
 void frmcompare::Compose() {
-  sides_->setChildrenCollapsible(false);
+  for (QSplitter* splitter : {sides_, parts_}) {
+    splitter->setChildrenCollapsible(false);
+    splitter->setHandleWidth(1);
+  }
   for (ComparePane* pane : panes_)
     AddPane(pane);
   details_ = ComposeDetails();
-  parts_->setChildrenCollapsible(false);
   parts_->addWidget(sides_);
   parts_->addWidget(details_);
   parts_->setStretchFactor(0, 1);
@@ -104,6 +107,7 @@ QToolButton* frmcompare::BarButton(ViewerCommand command) {
 }
 
 QLayout* frmcompare::ComposeBar() {
+  actions_->Get(ViewerCommand::Upright)->setIconText(tr("Upright"));
   auto* bar = new QHBoxLayout;
   look::SetSpace(bar, 0, look::kSpace4);
   for (const ViewerCommand command :
@@ -139,9 +143,10 @@ QWidget* frmcompare::ComposeDetails() {
   QHeaderView* header = table_->horizontalHeader();
   header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   header->setHighlightSections(false);
-  header->setSectionResizeMode(CaptionColumn, QHeaderView::ResizeToContents);
+  header->resizeSection(CaptionColumn, kCaptionWidth);
   header->setSectionResizeMode(LeftColumn, QHeaderView::Stretch);
   header->setSectionResizeMode(RightColumn, QHeaderView::Stretch);
+  table_->setItemDelegate(new PathDelegate(PathDelegate::Folders::Hidden, table_));
   return table_;
 }
 
@@ -276,23 +281,25 @@ void frmcompare::ShowDetails() {
   const ViewedPhoto &left = panes_[Left]->Viewer().Shown(),
                     &right = panes_[Right]->Viewer().Shown();
   if (left.position < 0 || right.position < 0) return;
+  const bool all = actions_->Get(ViewerCommand::AllValues)->isChecked();
   std::vector<ComparedLine> lines = CompareInfo(left.info, right.info);
-  if (!actions_->Get(ViewerCommand::AllValues)->isChecked())
-    std::erase_if(lines, [](const ComparedLine& line) { return !line.Differs(); });
+  if (!all) std::erase_if(lines, [](const ComparedLine& line) { return !line.Differs(); });
   table_->setHorizontalHeaderLabels(
-      {tr("Differs"), GetFileName(left.path), GetFileName(right.path)});
+      {all ? tr("All values") : tr("Differs"), GetFileName(left.path), GetFileName(right.path)});
   table_->setRowCount(static_cast<int>(lines.size()));
-  for (int row = 0; row < table_->rowCount(); ++row) {
-    const ComparedLine& line = lines[static_cast<std::size_t>(row)];
-    auto* caption = new QTableWidgetItem(line.caption);
-    caption->setForeground(QColor(look::kQuiet));
-    table_->setItem(row, CaptionColumn, caption);
-    for (const auto& [column, text] :
-         {std::pair(LeftColumn, line.left), std::pair(RightColumn, line.right)}) {
-      auto* value = new QTableWidgetItem(text.simplified());
-      value->setToolTip(text);
-      table_->setItem(row, column, value);
-    }
+  for (int row = 0; row < table_->rowCount(); ++row)
+    ShowLine(row, lines[static_cast<std::size_t>(row)]);
+}
+
+/// What is equal steps back.
+void frmcompare::ShowLine(int row, const ComparedLine& line) {
+  const QString texts[] = {line.caption, line.left, line.right};
+  for (const DetailColumn column : {CaptionColumn, LeftColumn, RightColumn}) {
+    auto* cell = new QTableWidgetItem(texts[column].simplified());
+    cell->setToolTip(texts[column]);
+    const bool quiet = column == CaptionColumn || !line.Differs();
+    cell->setForeground(QColor(quiet ? look::kQuiet : look::kText));
+    table_->setItem(row, column, cell);
   }
 }
 

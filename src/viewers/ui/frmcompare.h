@@ -17,6 +17,7 @@ class QToolButton;
 namespace zqm {
 
 class ComparePane;
+struct ComparedLine;
 
 /// Two photos side by side, their views linked, with what their files say differently.
 class frmcompare : public QDialog {
@@ -46,6 +47,7 @@ class frmcompare : public QDialog {
   void ShowIn(ComparePane& pane);
   void Swap();
   void ShowDetails();
+  void ShowLine(int row, const ComparedLine& line);
   void Say(const QString& text);
   void ArrangeControls();
   void done(int result) override;

@@ -75,6 +75,18 @@ TEST_F(FullScreen, TheWheelStepsByWholeNotchesAndZoomsWithCtrl) {
   EXPECT_EQ(window_->windowTitle(), u"b.jpg"_s);
 }
 
+TEST_F(FullScreen, ThePointerGoesWhenItRestsAndStaysAwayWhileKeysStep) {
+  Open({AddPhoto(u"a.jpg"_s), AddPhoto(u"b.jpg"_s)});
+  const auto shape = [this] { return View().viewport()->cursor().shape(); };
+  ASSERT_TRUE(Eventually([&] { return shape() == Qt::BlankCursor; }));
+  Press(Qt::Key_Right);
+  ASSERT_TRUE(Sees(u"b.jpg"_s));
+  EXPECT_EQ(shape(), Qt::BlankCursor);
+  QTest::mouseMove(View().viewport(), {50, 50});
+  QTest::mouseMove(View().viewport(), {60, 60});
+  EXPECT_NE(shape(), Qt::BlankCursor);
+}
+
 TEST_F(FullScreen, ALargePhotoHasEveryPixelOnceItIsZoomed) {
   Open({scratch_.Write("photos/large.jpg", SampleJpeg(3000, 2000))});
   ASSERT_TRUE(Sees(u"large.jpg"_s));
