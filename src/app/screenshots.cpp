@@ -60,8 +60,11 @@
 #include "shell/ui/folder_tree.h"
 #include "shell/ui/frmerror.h"
 #include "shell/ui/look.h"
+#include "viewers/photo_values.h"
 #include "viewers/slideshow_settings.h"
+#include "viewers/ui/frmcompare.h"
 #include "viewers/ui/frmconfigureslideshow.h"
+#include "viewers/ui/frmfull.h"
 #include "viewers/ui/frmslideshow.h"
 #include "watermark/ui/frmwatermarkcreator.h"
 #include "watermark/ui/frmwatermarkimages.h"
@@ -231,6 +234,39 @@ class Studio {
     Show(print, u"frmprint-template"_s);
     print.findChild<QAbstractButton*>(u"Command6"_s)->click();
     Show(print, u"frmprint"_s);
+  }
+
+  void Viewing() {
+    QStringList photos;
+    for (const QString& name : QDir(photos_).entryList({u"*.jpg"_s}, QDir::Files))
+      photos.append(photos_ + u'/' + name);
+    Catalogue& catalogue = session_.ActiveCatalogue();
+    (void)SetValue(catalogue, photos.value(2), {KeywordField::Rating, u"4"_s});
+    (void)SetValue(catalogue, photos.value(2), {KeywordField::Flag, u"Flagged"_s});
+    frmfull full(session_, photos, 2);
+    Show(full, u"frmfull"_s);
+    Trigger(full, u"mnuinformation");
+    Take(full, u"frmfull-information"_s);
+    Trigger(full, u"mnuzoomfull");
+    Trigger(full, u"mnurate5");
+    Take(full, u"frmfull-zoomed"_s);
+    Trigger(full, u"mnuinformation");
+    full.hide();
+    photos.append(photos_ + u"/A photo that is away.jpg"_s);
+    frmfull gone(session_, photos, static_cast<int>(photos.size()) - 1);
+    Show(gone, u"frmfull-gone"_s);
+    gone.hide();
+    frmcompare compare(session_, photos.mid(2, 5));
+    compare.resize(size_);
+    Show(compare, u"frmcompare"_s);
+    Trigger(compare, u"mnuzoomfull");
+    Trigger(compare, u"mnuallvalues");
+    Take(compare, u"frmcompare-zoomed"_s);
+    Trigger(compare, u"mnuinformation");
+    Trigger(compare, u"mnulinked");
+    Trigger(compare, u"mnuotherside");
+    Trigger(compare, u"mnuzoomfit");
+    Take(compare, u"frmcompare-unlinked"_s);
   }
 
   /// In the middle of what a button starts.
@@ -506,7 +542,8 @@ int main(int argc, char** argv) {
   const std::pair<const char16_t*, void (Studio::*)()> scenes[] = {
       {u"main", &Studio::MainWindow},       {u"editor", &Studio::PhotoEditor},
       {u"changes", &Studio::ChangeDialogs}, {u"watermarks", &Studio::Watermarks},
-      {u"viewers", &Studio::Slideshows},    {u"dialogs", &Studio::Dialogs}};
+      {u"viewers", &Studio::Slideshows},    {u"viewing", &Studio::Viewing},
+      {u"dialogs", &Studio::Dialogs}};
   const QString only = parser.value(u"only"_s);
   for (const auto& [name, draw] : scenes)
     if (only.isEmpty() || only == QStringView(name)) (studio.*draw)();

@@ -179,27 +179,12 @@ void Browser::UpdateLive() {
     loader_.Load(path, viewBox_, session_.ReadSettings());
 }
 
-QString Browser::WhyNotEditable() const {
-  if (catalogue_.ReadOnly()) return QString::fromUtf16(browser_text::kReadOnly);
-  const PhotoRecordset& photos = catalogue_.Photos();
-  const bool catalogued = std::ranges::any_of(
-      selected_, [&photos](const QString& path) { return photos.IsCatalogued(path); });
-  if (!catalogued)
-    return selected_.size() == 1
-               ? u"This photo is not in the catalogue. Catalogue it to keep notes."_s
-               : u"None of these photos is in the catalogue. Catalogue them to keep notes."_s;
-  const bool reachable = std::ranges::any_of(selected_, [&photos](const QString& path) {
-    return photos.IsCatalogued(path) && FileExists(path);
-  });
-  return reachable ? QString() : u"The file is missing or offline."_s;
-}
-
 void Browser::DisableKeywords(const QString& why) {
   Q_EMIT KeywordsEnabled(false, why);
 }
 
 void Browser::EnableKeywords() {
-  const QString why = WhyNotEditable();
+  const QString why = WhyNotEditable(catalogue_, selected_);
   Q_EMIT KeywordsEnabled(why.isEmpty(), why);
 }
 

@@ -13,10 +13,10 @@
 #include "batch/rotate_photos.h"
 #include "browser/folder_watch.h"
 #include "browser/keyword_fields.h"
-#include "browser/photo_info.h"
 #include "browser/photo_loader.h"
 #include "cataloguing/browser_view.h"
 #include "imaging/thumbnail_list.h"
+#include "metadata/photo_info.h"
 #include "search/query_builder.h"
 #include "session/session.h"
 #include "shell/busy.h"
@@ -170,7 +170,6 @@ class Browser : public QObject, public BrowserView {
   void ShowLoaded(const QString& path, const Result<ViewPhoto>& photo);
   void DisableKeywords(const QString& why);
   void EnableKeywords();
-  QString WhyNotEditable() const;
   bool Refused();
   bool MayWriteRows();
   void ShowHits(const QString& statement, const QString& busyText);
@@ -225,7 +224,6 @@ class FolderHold {
 
 namespace browser_text {
 inline constexpr char16_t kRetrieving[] = u"Retrieving Information. Please wait...";
-inline constexpr char16_t kReadOnly[] = u"The catalogue is read-only.";
 }  // namespace browser_text
 
 }  // namespace zqm

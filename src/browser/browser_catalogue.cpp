@@ -117,7 +117,7 @@ void Browser::LoadResults(const QStringList& paths) {
 bool Browser::MayWriteRows() {
   if (Refused() || selected_.isEmpty() || !keywords_.CheckUpdate()) return false;
   if (catalogue_.ReadOnly())
-    MsgBox(QString::fromUtf16(browser_text::kReadOnly), MessageKind::Information);
+    MsgBox(QString::fromUtf16(kCatalogueReadOnly), MessageKind::Information);
   return !catalogue_.ReadOnly();
 }
 

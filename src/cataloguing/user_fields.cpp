@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cataloguing/user_fields.h"
 
+#include <algorithm>
 #include <array>
 
 #include "shell/dates.h"
+#include "shell/files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -72,6 +74,19 @@ QString ShownText(KeywordField field, const QString& stored) {
   if (field != KeywordField::Date) return stored;
   const QDate date = QDate::fromString(stored, Qt::ISODate);
   return date.isValid() ? ShortDate(date) : stored;
+}
+
+QString WhyNotEditable(const Catalogue& catalogue, const QStringList& paths) {
+  if (catalogue.ReadOnly()) return QString::fromUtf16(kCatalogueReadOnly);
+  const PhotoRecordset& photos = catalogue.Photos();
+  const auto isCatalogued = [&photos](const QString& path) { return photos.IsCatalogued(path); };
+  if (std::ranges::none_of(paths, isCatalogued))
+    return paths.size() == 1
+               ? u"This photo is not in the catalogue. Catalogue it to keep notes."_s
+               : u"None of these photos is in the catalogue. Catalogue them to keep notes."_s;
+  const bool reachable = std::ranges::any_of(
+      paths, [&](const QString& path) { return isCatalogued(path) && FileExists(path); });
+  return reachable ? QString() : u"The file is missing or offline."_s;
 }
 
 Outcome AssignKeywords(PhotoRecordset& photos, const std::vector<KeywordValue>& values,

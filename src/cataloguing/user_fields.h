@@ -26,6 +26,11 @@ std::optional<QString> StoredText(KeywordField field, const QString& text);
 /// A stored text as the user sees it.
 QString ShownText(KeywordField field, const QString& stored);
 
+/// Why none of these photos' values can be changed, in words for the user; "" if one's can: it is
+/// catalogued, its file stands, and the catalogue may be written.
+QString WhyNotEditable(const Catalogue& catalogue, const QStringList& paths);
+inline constexpr char16_t kCatalogueReadOnly[] = u"The catalogue is read-only.";
+
 /// A value for photos, as the catalogue keeps it.
 struct KeywordValue {
   KeywordField field;

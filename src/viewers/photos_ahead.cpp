@@ -3,18 +3,30 @@
 
 #include <QCoreApplication>
 #include <QMetaObject>
+#include <QThread>
 #include <QThreadPool>
 #include <mutex>
 
+#include "viewers/upright.h"
+
 namespace zqm {
 namespace {
+
+void SetUp(ViewPhoto& photo) {
+  const int tag = OrientationTag(photo.file.parameters);
+  const bool hadPixels = !photo.image.isNull();
+  photo.image = Upright(photo.image, tag);
+  if (hadPixels && photo.image.isNull()) photo.reason = QStringLiteral("Not enough memory");
+  photo.fullSize = UprightSize(photo.fullSize, tag);
+}
 
 /// Not of one viewer: a large photo that is still being read would hold up the end of its window.
 QThreadPool& ReadingPool() {
   static QThreadPool pool;
   [[maybe_unused]] static const bool isSetUp = [] {
-    // A second thread, so that a photo that is slow to read doesn't hold up the next one.
-    pool.setMaxThreadCount(2);
+    // More than there are cores, so that photos that are slow to read on both sides of a comparison
+    // don't hold up the next one.
+    pool.setMaxThreadCount(QThread::idealThreadCount() + 1);
     // What is still being read ends with the application object: readers use other statics.
     qAddPostRoutine([] {
       pool.clear();
@@ -49,6 +61,12 @@ void PhotosAhead::SetBox(const QSize& box) {
   entries_.clear();
 }
 
+void PhotosAhead::SetUpright(bool upright) {
+  if (upright == upright_) return;
+  upright_ = upright;
+  entries_.clear();
+}
+
 void PhotosAhead::Want(const QStringList& paths) {
   std::erase_if(entries_, [&](const auto& entry) { return !paths.contains(entry.first); });
   int priority = static_cast<int>(paths.size());
@@ -78,11 +96,12 @@ void PhotosAhead::Forget(const QString& path) {
 
 void PhotosAhead::Start(const QString& path, Entry& entry, int priority) {
   entry.wanted = std::make_shared<std::atomic<bool>>(true);
-  const auto read = [receiver = receiver_, path, box = box_, request = request_,
+  const auto read = [receiver = receiver_, path, box = box_, upright = upright_, request = request_,
                      wanted = entry.wanted, progress = entry.progress] {
     if (!*wanted) return;
     const ProgressScope scope(progress.get());
     auto photo = std::make_shared<Result<ViewPhoto>>(ReadViewPhoto(path, box, request));
+    if (upright && *photo) SetUp(**photo);
     const std::lock_guard lock(receiver->mutex);
     PhotosAhead* const ahead = receiver->ahead;
     if (ahead == nullptr) return;

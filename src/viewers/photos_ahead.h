@@ -27,6 +27,9 @@ class PhotosAhead : public QObject {
   /// Device pixels that photos are decoded to fill; empty for the full size. Another size forgets
   /// all that was read.
   void SetBox(const QSize& box);
+  /// Whether pictures and their sizes are given upright, by the orientation tag; they aren't at
+  /// first. A change forgets all that was read.
+  void SetUpright(bool upright);
 
   /// Reads these, the first one first, but for what is at hand; all others are forgotten. So few
   /// photos are kept as are named here.
@@ -58,6 +61,7 @@ class PhotosAhead : public QObject {
 
   ReadRequest request_;
   QSize box_;
+  bool upright_ = false;
   std::map<QString, std::unique_ptr<Entry>> entries_;
   std::shared_ptr<Receiver> receiver_;
 };

@@ -53,6 +53,18 @@ TEST_F(PhotosAheadTest, WhatWasForgottenWhileItWasReadNeverArrives) {
   EXPECT_EQ(arrived, QStringList{wide_});
 }
 
+TEST_F(PhotosAheadTest, AViewerThatIsGoneIsNotReachedAnyMore) {
+  for (int run = 0; run < 50; ++run) {
+    auto ahead = std::make_unique<PhotosAhead>(ReadRequest{});
+    bool reached = false;
+    QObject::connect(ahead.get(), &PhotosAhead::Ready, [&reached] { reached = true; });
+    ahead->Want({wide_, tall_});
+    ahead.reset();  // in the middle of the reading, or while it is on its way here
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(reached);
+  }
+}
+
 TEST_F(PhotosAheadTest, AFileThatWasWrittenIsReadAnew) {
   ahead_.Want({wide_});
   EXPECT_EQ(ShownSize(wide_), QSize(400, 200));

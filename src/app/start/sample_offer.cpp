@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QSettings>
 #include <QStandardPaths>
 #include <QVBoxLayout>
 
@@ -15,6 +14,7 @@
 #include "shell/messages.h"
 #include "shell/ui/frmerror.h"
 #include "shell/ui/look.h"
+#include "shell/window_settings.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,10 +23,6 @@ namespace {
 
 constexpr QLatin1StringView kAskedKey("samples/offered");
 constexpr int kDialogWidth = 380;
-
-QSettings Memory() {
-  return QSettings(u"Zolmira"_s, u"QM"_s);
-}
 
 QString Tr(const char* text) {
   return QCoreApplication::translate("OfferSamples", text);
@@ -74,7 +70,8 @@ class DrawingDialog : public QDialog {
 }  // namespace
 
 bool SamplesAreDue(Session& session) {
-  return session.ActiveCatalogue().Photos().Count() == 0 && !Memory().value(kAskedKey).toBool();
+  return session.ActiveCatalogue().Photos().Count() == 0 &&
+         !WindowSettings().value(kAskedKey).toBool();
 }
 
 QString SamplesFolder(const QString& home) {
@@ -86,7 +83,7 @@ QString SamplesFolder(const QString& home) {
 
 QString OfferSamples(const QString& folder, QWidget* parent,
                      const std::vector<demo::Sample>& samples) {
-  Memory().setValue(kAskedKey, true);
+  WindowSettings().setValue(kAskedKey, true);
   const QString question =
       Tr("Draw a few sample photos to try Zolmira QM with?\n\nThey will be put into:\n%1")
           .arg(folder);

@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QLabel>
 #include <QMenuBar>
-#include <QSettings>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QStatusBar>
@@ -15,7 +14,6 @@
 #include <QVBoxLayout>
 
 #include "batch/delete_photos.h"
-#include "browser/ui/elided_label.h"
 #include "browser/ui/frmzolmira.h"
 #include "browser/ui/photo_panel.h"
 #include "browser/ui/thumbnail_panel.h"
@@ -29,9 +27,11 @@
 #include "shell/files.h"
 #include "shell/messages.h"
 #include "shell/ui/busy_label.h"
+#include "shell/ui/elided_label.h"
 #include "shell/ui/folder_tree.h"
 #include "shell/ui/frmerror.h"
 #include "shell/ui/look.h"
+#include "shell/window_settings.h"
 
 using namespace Qt::StringLiterals;
 
@@ -50,11 +50,6 @@ constexpr char16_t kNoFolder[] = u"Choose a folder at the left to see its photos
 constexpr char16_t kEmptyFolder[] = u"There are no photos in this folder.";
 constexpr char16_t kEmptyCatalogue[] =
     u"The catalogue is empty. Add the photos of your folders to it.";
-
-/// Geometry is kept the desktop's way, beside the two record files.
-QSettings WindowSettings() {
-  return QSettings(u"Zolmira"_s, u"QM"_s);
-}
 
 QString PicturesFolder() {
   const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
@@ -200,6 +195,9 @@ void frmmain::ConnectViews() {
   };
   connect(&list, &ImageMultiX::OnImageSelect, this, select);
   connect(&list, &ImageMultiX::OnImageDeselect, this, select);
+  connect(&list, &ImageMultiX::Activated, this, [this](const QString& path) {
+    Guarded("frmmain", "ImageMultiX1_Activated", [this, &path] { ViewFullScreen(path); });
+  });
   connect(&list, &ImageMultiX::MenuWanted, this, [this](const QPoint& at) {
     frmzolmira menu(*actions_, this);
     menu.exec(at);
@@ -361,6 +359,10 @@ void frmmain::Run(Command command) {
       return viewer_->Fit();
     case Command::ZoomFull:
       return viewer_->SetZoom(100);
+    case Command::FullScreen:
+      return ViewFullScreen(QString());
+    case Command::Compare:
+      return ComparePhotos();
     case Command::InfoPanel:
       info_->setVisible(actions_->Get(Command::InfoPanel)->isChecked());
       return;

@@ -81,6 +81,8 @@ class frmmain : public QMainWindow {
   void Rotate(Command command);
   void mnurename_Click();
   void DeleteThem(const QStringList& photos, const char16_t* question);
+  void ViewFullScreen(const QString& from);
+  void ComparePhotos();
   void mnuchoose_Click();
   void mnuconfigure_Click();
   void RunMetadata(MetadataCommand command, MetadataPage page);

@@ -11,6 +11,9 @@ frmzolmira::frmzolmira(const MainActions& actions, QWidget* parent) : QMenu(pare
   addAction(actions.Get(Command::ExternalEditor));
   addAction(actions.Get(Command::Slideshow));
   addSeparator();
+  addAction(actions.Get(Command::FullScreen));
+  addAction(actions.Get(Command::Compare));
+  addSeparator();
   for (const Command command :
        {Command::MoveTo, Command::CopyTo, Command::Convert, Command::Pdf, Command::Watermark,
         Command::Resize, Command::Print, Command::Rename, Command::Delete})

@@ -4,8 +4,8 @@
 #include <QTabWidget>
 #include <array>
 
-#include "browser/photo_info.h"
 #include "browser/window_state.h"
+#include "metadata/photo_info.h"
 
 class QPushButton;
 

@@ -39,6 +39,8 @@ enum class Command {
   ZoomOut,
   ZoomFit,
   ZoomFull,
+  FullScreen,
+  Compare,
   InfoPanel,
   Slideshow,
   Refresh,

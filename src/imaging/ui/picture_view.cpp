@@ -386,10 +386,18 @@ bool PictureView::HasRoomToPan() const {
 
 void PictureView::UpdateCursor() {
   const bool pans = (spaceHeld_ || LeftButtonPans()) && HasRoomToPan();
-  if (panning_)
+  if (cursorHidden_)
+    viewport()->setCursor(Qt::BlankCursor);
+  else if (panning_)
     viewport()->setCursor(Qt::ClosedHandCursor);
   else
     viewport()->setCursor(pans ? QCursor(Qt::OpenHandCursor) : IdleCursor());
+}
+
+void PictureView::HideCursor(bool hidden) {
+  if (hidden == cursorHidden_) return;
+  cursorHidden_ = hidden;
+  UpdateCursor();
 }
 
 void PictureView::HoldSpace(bool held) {

@@ -36,6 +36,8 @@ class PictureView : public QAbstractScrollArea {
   void ShowImage(const QImage& image, const QSize& fullSize, KeepView keep = KeepView::No);
   void Clear();
   bool HasImage() const { return !levels_.empty(); }
+  /// Of the image that is shown; `ShowImage` may have told of a larger picture.
+  QSize ImageSize() const { return HasImage() ? levels_.front().size() : QSize(); }
   /// Shown where the picture would be.
   void SetMessage(const QString& message);
   /// Around the picture, and where it is transparent.
@@ -61,6 +63,9 @@ class PictureView : public QAbstractScrollArea {
   double ToBitmapY(double y) const;
   /// The other way.
   QPointF FromBitmap(const QPointF& pixel) const;
+
+  /// Whatever the mouse would do.
+  void HideCursor(bool hidden);
 
   /// While locked nothing is painted.
   void LockUpdate(bool lock) { viewport()->setUpdatesEnabled(!lock); }
@@ -140,6 +145,7 @@ class PictureView : public QAbstractScrollArea {
   bool asked_ = false;
   bool panning_ = false;
   bool spaceHeld_ = false;
+  bool cursorHidden_ = false;
   QPoint panFrom_;
   QSet<QString> modes_;
 };

@@ -34,6 +34,7 @@ QToolTip { background: @raised; color: @text; border: 1px solid @line; padding: 
 QLabel[role="heading"] { font-size: 11pt; font-weight: 500; }
 QLabel[role="caption"] { font-size: 9pt; color: @quiet; }
 QLabel[role="hint"] { font-size: 9pt; color: @quiet; }
+QLabel[role="overlay"] { background: rgba(42, 42, 42, 85%); border-radius: 4px; padding: 8px 12px; }
 QLabel[role="warning"] { color: @rejectedtext; }
 QLabel:disabled, QLabel[role="caption"]:disabled { color: #707070; }
 
@@ -220,6 +221,13 @@ class Style : public QProxyStyle {
  public:
   Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* answer) const override {
+    // A click selects, on every desktop: what is activated opens windows.
+    if (hint == SH_ItemView_ActivateItemOnSingleClick) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, answer);
+  }
+
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
     if (element != PE_FrameFocusRect || qobject_cast<const QAbstractItemView*>(widget) == nullptr)
@@ -299,6 +307,14 @@ QLabel* Caption(const QString& text, QWidget* parent) {
 QLabel* Hint(const QString& text, QWidget* parent) {
   QLabel* label = WithRole(new QLabel(text, parent), "hint");
   label->setWordWrap(true);
+  return label;
+}
+
+QLabel* Overlay(QWidget* parent) {
+  QLabel* label = WithRole(new QLabel(parent), "overlay");
+  label->setTextFormat(Qt::PlainText);
+  label->setAttribute(Qt::WA_TransparentForMouseEvents);
+  label->hide();
   return label;
 }
 

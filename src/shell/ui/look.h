@@ -52,6 +52,8 @@ QIcon Icon(const char* name);
 QLabel* Heading(const QString& text, QWidget* parent = nullptr);
 QLabel* Caption(const QString& text, QWidget* parent = nullptr);
 QLabel* Hint(const QString& text, QWidget* parent = nullptr);
+/// Plain text that lies over a picture and takes no mouse.
+QLabel* Overlay(QWidget* parent);
 /// The one button of a dialog that does what the dialog is for.
 void MakePrimary(QPushButton* button);
 /// A list or tree that fills a pane: without a frame.

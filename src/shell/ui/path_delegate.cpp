@@ -2,6 +2,7 @@
 #include "shell/ui/path_delegate.h"
 
 #include <QApplication>
+#include <QBrush>
 #include <QPainter>
 #include <utility>
 
@@ -29,7 +30,8 @@ void PathDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const QRect room = option.rect.adjusted(kPadding, 0, -kPadding, 0);
   const QFontMetrics& metrics = option.fontMetrics;
   painter->save();
-  painter->setPen(QColor(look::kText));
+  const QVariant own = index.data(Qt::ForegroundRole);
+  painter->setPen(own.isValid() ? own.value<QBrush>().color() : QColor(look::kText));
   painter->drawText(room, Qt::AlignVCenter,
                     metrics.elidedText(name, Qt::ElideMiddle, room.width()));
   const int taken = metrics.horizontalAdvance(name) + look::kSpace12;

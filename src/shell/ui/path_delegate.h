@@ -6,7 +6,8 @@
 namespace zqm {
 
 /// Draws the texts of a table with room at both sides, cut in the middle where they are too long.
-/// Of a path it shows the name first, then the folder in a quiet voice.
+/// A text has the colour that its model gives it, if any. Of a path it shows the name first, then
+/// the folder in a quiet voice.
 class PathDelegate : public QStyledItemDelegate {
   Q_OBJECT
  public:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "browser/ui/elided_label.h"
+#include "shell/ui/elided_label.h"
 
 #include <QFontMetrics>
 

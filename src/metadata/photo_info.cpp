@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "browser/photo_info.h"
+#include "metadata/photo_info.h"
 
 #include "shell/dates.h"
 #include "shell/files.h"

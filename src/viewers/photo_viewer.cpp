@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "viewers/photo_viewer.h"
+
+#include <algorithm>
+
+#include "shell/files.h"
+
+namespace zqm {
+
+PhotoViewer::PhotoViewer(Catalogue& catalogue, const ReadRequest& request, QStringList paths,
+                         int position)
+    : catalogue_(catalogue),
+      paths_(std::move(paths)),
+      position_(std::clamp(position, 0, std::max(0, Count() - 1))),
+      ahead_(request),
+      full_(request) {
+  connect(&ahead_, &PhotosAhead::Ready, this, [this](const QString& path) {
+    if (path == PathAt(position_)) Show(*ahead_.Get(path));
+  });
+  connect(&full_, &PhotosAhead::Ready, this, [this](const QString& path) {
+    if (path == shown_.path) ShowFullSize();
+  });
+}
+
+void PhotoViewer::SetBox(const QSize& box) {
+  if (box.isEmpty() || box == box_) return;
+  box_ = box;
+  ahead_.SetBox(box);
+  Look();
+}
+
+void PhotoViewer::SetUpright(bool upright) {
+  ahead_.SetUpright(upright);
+  full_.SetUpright(upright);
+  Look();
+}
+
+bool PhotoViewer::GoTo(int position) {
+  position = std::clamp(position, 0, std::max(0, Count() - 1));
+  if (position == position_) return false;
+  backwards_ = position < position_;
+  position_ = position;
+  full_.Want({});
+  Look();
+  return true;
+}
+
+/// Has the photo at the position read, then the neighbours, those first that probably come next.
+void PhotoViewer::Look() {
+  if (box_.isEmpty() || paths_.isEmpty()) return;
+  const int step = backwards_ ? -1 : 1;
+  QStringList wanted;
+  for (const int offset : {0, step, -step, 2 * step})
+    if (const QString path = PathAt(position_ + offset); !path.isEmpty()) wanted.append(path);
+  ahead_.Want(wanted);
+  if (const auto* photo = ahead_.Get(wanted.first()))
+    Show(*photo);
+  else
+    Q_EMIT Waiting();
+}
+
+void PhotoViewer::WantFullSize() {
+  if (shown_.offline || shown_.image.isNull() || IsLoading()) return;
+  full_.Want({shown_.path});
+  ShowFullSize();
+}
+
+/// A photo that can't be read any more leaves what is shown.
+void PhotoViewer::ShowFullSize() {
+  const Result<ViewPhoto>* photo = full_.Get(shown_.path);
+  if (photo != nullptr && *photo && !(*photo)->image.isNull()) Show(*photo);
+}
+
+void PhotoViewer::Show(const Result<ViewPhoto>& photo) {
+  const QString path = PathAt(position_);
+  shown_ = {path, position_, EmptyPhotoInfo()};
+  if (photo) {
+    shown_.info = FilePhotoInfo(path, photo->file);
+    shown_.image = photo->image;
+    shown_.fullSize = photo->fullSize;
+    shown_.message = photo->reason;
+  } else {
+    shown_.message = photo.Reason();
+    if (!FileExists(path)) ShowOffline();
+  }
+  Q_EMIT Changed();
+}
+
+void PhotoViewer::ShowOffline() {
+  shown_.offline = true;
+  PhotoRecordset& photos = catalogue_.Photos();
+  if (!photos.LocateRow(shown_.path)) return;
+  shown_.info = LoadInfoFromDatabase(photos);
+  const Result<QByteArray> stored = photos.ReadThumbnail();
+  if (!stored) return;
+  shown_.image.loadFromData(*stored);
+  shown_.fullSize = shown_.image.size();
+}
+
+}  // namespace zqm

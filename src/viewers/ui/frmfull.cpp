@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "viewers/ui/frmfull.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QResizeEvent>
+#include <QScreen>
+
+#include "shell/error.h"
+#include "shell/files.h"
+#include "shell/ui/look.h"
+#include "shell/window_settings.h"
+#include "viewers/full_info.h"
+#include "viewers/ui/full_view.h"
+
+using namespace Qt::StringLiterals;
+
+namespace zqm {
+namespace {
+
+constexpr int kPatienceMilliseconds = 250;
+constexpr int kNoticeMilliseconds = 1800;
+constexpr QLatin1StringView kInfoKey("full/information");
+
+}  // namespace
+
+frmfull::frmfull(Session& session, const QStringList& photos, int start, QWidget* parent)
+    : QDialog(parent),
+      catalogue_(session.ActiveCatalogue()),
+      viewer_(catalogue_, session.ReadSettings(), photos, start),
+      actions_(new ViewerActions(ViewerKind::Full, this)),
+      view_(new FullView),
+      info_(look::Overlay(view_->viewport())),
+      notice_(look::Overlay(view_->viewport())) {
+  setObjectName(u"frmfull"_s);
+  setWindowTitle(tr("Full Screen"));
+  view_->setObjectName(u"ImageX1"_s);
+  view_->setAccessibleName(tr("Photo"));
+  view_->setContextMenuPolicy(Qt::ActionsContextMenu);
+  view_->addActions(actions_->Menu());
+  info_->setObjectName(u"lblinfo"_s);
+  notice_->setObjectName(u"lblnotice"_s);
+  auto* column = new QVBoxLayout(this);
+  look::SetSpace(column, 0, 0);
+  column->addWidget(view_);
+  patience_.setSingleShot(true);
+  patience_.setInterval(kPatienceMilliseconds);
+  said_.setSingleShot(true);
+  said_.setInterval(kNoticeMilliseconds);
+
+  connect(actions_, &ViewerActions::Triggered, this, [this](ViewerCommand command) {
+    Guarded("frmfull", "Run", [this, command] { Run(command); });
+  });
+  connect(view_, &FullView::Stepped, this, [this](int step) {
+    Guarded("frmfull", "ImageX1_MouseWheel", [this, step] { GoTo(viewer_.Position() + step); });
+  });
+  connect(view_, &FullView::FullSizeWanted, &viewer_, &PhotoViewer::WantFullSize,
+          Qt::QueuedConnection);
+  connect(&viewer_, &PhotoViewer::Changed, this,
+          [this] { Guarded("frmfull", "ShowPhoto", [this] { ShowPhoto(); }); });
+  connect(&viewer_, &PhotoViewer::Waiting, &patience_, qOverload<>(&QTimer::start));
+  connect(&patience_, &QTimer::timeout, this, [this] {
+    if (!viewer_.IsLoading()) return;
+    Say(tr("Loading %1…").arg(GetFileName(viewer_.PathAt(viewer_.Position()))));
+    said_.stop();  // it stands until the photo does
+  });
+  connect(&said_, &QTimer::timeout, notice_, &QLabel::hide);
+
+  const bool upright = ShownUpright();
+  actions_->Get(ViewerCommand::Upright)->setChecked(upright);
+  viewer_.SetUpright(upright);
+  actions_->Get(ViewerCommand::Information)
+      ->setChecked(WindowSettings().value(kInfoKey, false).toBool());
+  const QScreen* screen = parent != nullptr ? parent->screen() : QApplication::primaryScreen();
+  setGeometry(screen->geometry());
+  setWindowState(Qt::WindowFullScreen);
+}
+
+frmfull::~frmfull() = default;
+
+QString frmfull::LastShown() const {
+  return shownPath_.isEmpty() ? viewer_.PathAt(viewer_.Position()) : shownPath_;
+}
+
+void frmfull::resizeEvent(QResizeEvent* event) {
+  QDialog::resizeEvent(event);
+  // The layout follows after this event; the view fills the window.
+  viewer_.SetBox((QSizeF(event->size()) * devicePixelRatioF()).toSize());
+  PlaceOverlays();
+}
+
+void frmfull::Run(ViewerCommand command) {
+  if (ZoomBy(command, *view_)) return;
+  switch (command) {
+    case ViewerCommand::Next:
+      return GoTo(viewer_.Position() + 1);
+    case ViewerCommand::Previous:
+      return GoTo(viewer_.Position() - 1);
+    case ViewerCommand::First:
+      return GoTo(0);
+    case ViewerCommand::Last:
+      return GoTo(viewer_.Count() - 1);
+    case ViewerCommand::Upright: {
+      const bool upright = actions_->Get(command)->isChecked();
+      RememberUpright(upright);
+      viewer_.SetUpright(upright);
+      return Say(upright ? tr("Upright by the camera's orientation") : tr("As the pixels lie"));
+    }
+    case ViewerCommand::Information:
+      WindowSettings().setValue(kInfoKey, actions_->Get(command)->isChecked());
+      return ShowInfo();
+    case ViewerCommand::Close:
+      return reject();
+    default:
+      break;
+  }
+  // The photo that is seen, not one that is still to come.
+  const QString said = ChangeValue(command, catalogue_, shownPath_);
+  if (said.isNull()) return;
+  ShowInfo();
+  if (!said.isEmpty()) Say(said);
+}
+
+/// The ends are ends: whoever looks a list through wants to know when he is done.
+void frmfull::GoTo(int position) {
+  if (position < 0) return Say(tr("This is the first photo."));
+  if (position >= viewer_.Count()) return Say(tr("This is the last photo."));
+  viewer_.GoTo(position);
+}
+
+void frmfull::ShowPhoto() {
+  patience_.stop();
+  notice_->hide();
+  const ViewedPhoto& photo = viewer_.Shown();
+  const bool same = photo.path == shownPath_ && photo.fullSize == shownSize_;
+  shownPath_ = photo.path;
+  shownSize_ = photo.fullSize;
+  view_->SetMessage(photo.image.isNull() ? GetFileName(photo.path) + u"\n"_s + photo.message
+                                         : QString());
+  view_->ShowImage(photo.image, photo.fullSize,
+                   same ? PictureView::KeepView::SamePhoto : PictureView::KeepView::No);
+  setWindowTitle(GetFileName(photo.path));
+  ShowInfo();
+}
+
+void frmfull::ShowInfo() {
+  const bool wanted =
+      actions_->Get(ViewerCommand::Information)->isChecked() && !shownPath_.isEmpty();
+  info_->setVisible(wanted);
+  if (!wanted) return;
+  const QString name =
+      info_->fontMetrics().elidedText(GetFileName(shownPath_), Qt::ElideMiddle, width() / 2);
+  const QStringList lines =
+      FullInfo(viewer_.Shown(), viewer_.Count(), ValuesOf(catalogue_, shownPath_));
+  info_->setText((QStringList{name} + lines).join(u'\n'));
+  PlaceOverlays();
+}
+
+void frmfull::Say(const QString& text) {
+  notice_->setText(text);
+  notice_->show();
+  said_.start();
+  PlaceOverlays();
+}
+
+void frmfull::PlaceOverlays() {
+  info_->adjustSize();
+  info_->move(look::kSpace16, look::kSpace16);
+  notice_->adjustSize();
+  notice_->move((width() - notice_->width()) / 2, height() - notice_->height() - look::kSpace24);
+}
+
+}  // namespace zqm
