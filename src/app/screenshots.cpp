@@ -431,7 +431,7 @@ class Studio {
     QStringList photos;
     for (const QString& name : QDir(photos_).entryList({u"*.jpg"_s}, QDir::Files))
       photos.append(photos_ + u'/' + name);
-    (void)SaveTransition(session_.Folders().StateFolder(), 81, 7.5);
+    (void)SaveTransition(session_.Folders().StateFolder(), 129, 7.5);
     frmconfigureslideshow settings(photos, session_.ReadSettings(),
                                    session_.Folders().StateFolder());
     settings.show();

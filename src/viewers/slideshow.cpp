@@ -132,7 +132,6 @@ void Slideshow::FindComing() {
     reason_ = !*photo ? photo->Reason() : (*photo)->reason;
     passed_.append(GetFileName(path));
     candidate_ = Beside(candidate_, direction_);
-    ahead_.Forget(path);  // it may be there again the next time round
     Want();
   }
 }
@@ -151,7 +150,7 @@ void Slideshow::BeginSlide() {
   photo_ = std::exchange(coming_, {});
   renew_ = stepped_ = false;
   dueAt_ = clock_() + plan_.interval;
-  ahead_.Forget(plan_.photos.at(current_));  // the next time round it is what the file is then
+  ahead_.Want({});  // a photo is what its file is when its turn comes near
   const QImage frame = std::exchange(frame_, {});
   if (another)
     player_.RunTransition(frame, kTransitionTime);

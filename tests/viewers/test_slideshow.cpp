@@ -83,8 +83,11 @@ TEST_F(SlideshowTest, ATransitionBeginsAndEndsWithTheVeryPictures) {
   EXPECT_EQ(Colour(), kGreen);
   Pass(3899ms);
   EXPECT_EQ(show_->Current(), 1) << "the interval includes the transition";
+  std::vector<QRgb> seen;
+  QObject::connect(show_.get(), &Slideshow::FrameDue, [&] { seen.push_back(Colour()); });
   Pass(1ms);
   ASSERT_TRUE(Reaches(0));
+  EXPECT_EQ(seen.front(), kGreen) << "no flash of what comes";
   Pass(1000ms);
   EXPECT_EQ(show_->Frame(), first);
 }
@@ -119,8 +122,8 @@ TEST_F(SlideshowTest, OnePhotoStays) {
 }
 
 TEST_F(SlideshowTest, WhatCantBeShownIsPassedOver) {
-  const QString broken = scratch_.Write("broken.jpg", "no picture");
-  Play({scratch_.Path("never.jpg"), red_, broken, green_, blue_});
+  Play({scratch_.Path("never.jpg"), red_, scratch_.Write("broken.jpg", "no picture"), green_,
+        blue_});
   ASSERT_TRUE(Reaches(1));
   EXPECT_EQ(std::exchange(passed_, {}), QStringList{u"never.jpg"_s});
   Pass(4999ms);
@@ -129,12 +132,29 @@ TEST_F(SlideshowTest, WhatCantBeShownIsPassedOver) {
   ASSERT_TRUE(Reaches(3));
   EXPECT_EQ(std::exchange(passed_, {}), QStringList{u"broken.jpg"_s});
   ASSERT_TRUE(QFile::remove(red_));  // later in this round
-  Photo("broken.jpg", kBlue);        // can be shown the next time
   Pass(5000ms);
   ASSERT_TRUE(Reaches(4));
   Pass(5000ms);
+  ASSERT_TRUE(Reaches(3));
+  EXPECT_EQ(passed_, (QStringList{u"never.jpg"_s, u"red.png"_s, u"broken.jpg"_s}));
+}
+
+TEST_F(SlideshowTest, ABrokenPhotoIsTriedAgainTheNextTimeRound) {
+  const QString broken = scratch_.Write("broken.jpg", "no picture");
+  Play({red_, broken, green_}, true);
+  ASSERT_TRUE(Reaches(0));
+  show_->Step(-1);
   ASSERT_TRUE(Reaches(2));
-  EXPECT_EQ(passed_, (QStringList{u"never.jpg"_s, u"red.png"_s}));
+  EXPECT_TRUE(passed_.isEmpty()) << "it lies the other way";
+  for (const int place : {0, 2}) {  // forwards again
+    Pass(5000ms);
+    ASSERT_TRUE(Reaches(place));
+  }
+  Photo("broken.jpg", kBlue);
+  for (const int place : {0, 1}) {
+    Pass(5000ms);
+    ASSERT_TRUE(Reaches(place));
+  }
 }
 
 TEST_F(SlideshowTest, TheLastPhotoThatStandsStaysAndWithoutAnyTheShowEnds) {
@@ -180,6 +200,7 @@ TEST_F(SlideshowTest, TheUserPausesAndSteps) {
   EXPECT_EQ(show_->Current(), 0);
   show_->Step(-1);
   ASSERT_TRUE(Reaches(2));
+  EXPECT_FALSE(show_->Waiting()) << "one step only";
   show_->Step(1);
   show_->Step(1);  // before the first of them came, or after
   ASSERT_TRUE(Reaches(1));

@@ -24,9 +24,9 @@ using namespace Qt::StringLiterals;
 namespace zqm {
 namespace {
 
-constexpr QSize kSize{840, 500};
+constexpr QSize kSize{920, 500};
 constexpr QSize kSmallestPreview{320, 200};
-constexpr int kListWidth = 300;
+constexpr int kListWidth = 408;
 constexpr int kDurationWidth = 72;
 
 /// What the record file has no room for is kept the desktop's way.
@@ -86,7 +86,7 @@ QWidget* frmconfigureslideshow::ComposeTransitions() {
   transitions_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   for (const Transition& transition : Transitions()) {
     auto* item = new QListWidgetItem(transition.entry, transitions_);
-    item->setToolTip(transition.entry);  // some are longer than the list is wide
+    item->setToolTip(transition.entry);  // in a large font some are longer than the list is wide
   }
   column->addWidget(transitions_, 1);
   return holder;
