@@ -10,6 +10,7 @@
 #include "shell/ui/commands.h"
 #include "shell/window_settings.h"
 #include "viewers/photo_values.h"
+#include "viewers/photo_viewer.h"
 
 using namespace Qt::StringLiterals;
 
@@ -124,6 +125,12 @@ ViewerActions::ViewerActions(ViewerKind kind, QWidget* window) : QObject(window)
 QAction* ViewerActions::Get(ViewerCommand command) const {
   const auto found = actions_.find(command);
   return found == actions_.end() ? nullptr : found->second;
+}
+
+void ShowOn(PictureView& view, const ViewedPhoto& photo, const QString& message) {
+  view.SetMessage(photo.image.isNull() ? message : QString());
+  view.ShowImage(photo.image, photo.fullSize,
+                 photo.again ? PictureView::KeepView::SamePhoto : PictureView::KeepView::No);
 }
 
 bool ZoomBy(ViewerCommand command, PictureView& view) {
