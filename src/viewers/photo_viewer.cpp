@@ -72,7 +72,8 @@ void PhotoViewer::ShowFullSize() {
 }
 
 void PhotoViewer::Show(const Result<ViewPhoto>& photo) {
-  const QString path = PathAt(position_);
+  const QString path = PathAt(position_), before = shown_.path;
+  const QSize sizeBefore = shown_.fullSize;
   shown_ = {path, position_, EmptyPhotoInfo()};
   if (photo) {
     shown_.info = FilePhotoInfo(path, photo->file);
@@ -83,6 +84,7 @@ void PhotoViewer::Show(const Result<ViewPhoto>& photo) {
     shown_.message = photo.Reason();
     if (!FileExists(path)) ShowOffline();
   }
+  shown_.again = path == before && shown_.fullSize == sizeBefore;
   Q_EMIT Changed();
 }
 

@@ -22,6 +22,7 @@ struct ViewedPhoto {
   QSize fullSize;   ///< pixels, as `image` lies
   QString message;  ///< why there is no picture
   bool offline = false;
+  bool again = false;  ///< the photo of before, lying as before: the view may stay where it is
 };
 
 /// A viewer's list of photos and the place in it. Neighbours are read before they are asked for; a

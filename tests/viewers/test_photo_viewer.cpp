@@ -30,8 +30,11 @@ class PhotoViewerTest : public HomeTest {
 TEST_F(PhotoViewerTest, WhatWasPassedOverIsNeverShown) {
   QStringList paths;
   for (int i = 0; i < 6; ++i)
-    paths.append(AddPhoto(u"%1.jpg"_s.arg(i)));
+    paths.append(scratch_.Write(QStringLiteral("photos/%1.jpg").arg(i), SampleJpeg(320 + i, 200)));
   PhotoViewer& viewer = Open(paths, 1);
+  QObject::connect(&viewer, &PhotoViewer::Changed, [&viewer] {
+    EXPECT_EQ(viewer.Shown().fullSize.width(), 320 + viewer.Shown().position);
+  });
   ASSERT_TRUE(Settles());
   viewer.WantFullSize();  // and is left before it comes
   shown_.clear();
@@ -43,7 +46,7 @@ TEST_F(PhotoViewerTest, WhatWasPassedOverIsNeverShown) {
   Eventually([&rest] { return rest.hasExpired(); });
   EXPECT_EQ(shown_.last(), u"5.jpg"_s);
   EXPECT_TRUE(std::ranges::is_sorted(shown_)) << shown_.join(u' ').toStdString();
-  EXPECT_EQ(viewer.Shown().image.size(), QSize(64, 40));
+  EXPECT_EQ(viewer.Shown().image.width(), 64) << "not the full size that was left behind";
   EXPECT_FALSE(viewer.GoTo(99)) << "no further than the end";
   viewer.GoTo(-5);
   ASSERT_TRUE(Settles());
@@ -59,6 +62,17 @@ TEST_F(PhotoViewerTest, FullSizeComesOnceAndStaysAtHand) {
   ASSERT_TRUE(Eventually([&] { return viewer.Shown().image.size() == QSize(80, 50); }));
   viewer.WantFullSize();
   EXPECT_EQ(viewer.Shown().image.size(), QSize(320, 200));
+}
+
+TEST_F(PhotoViewerTest, FullSizeOfAPhotoThatWasLeftIsNotShownForTheNextOne) {
+  const QString slow = scratch_.Write("photos/slow.jpg", SampleJpeg(5000, 4000));
+  PhotoViewer& viewer =
+      Open({AddPhoto(u"a.jpg"_s), AddPhoto(u"b.jpg"_s), AddPhoto(u"c.jpg"_s), slow}, 0);
+  ASSERT_TRUE(Settles());
+  viewer.WantFullSize();
+  viewer.GoTo(3);
+  ASSERT_TRUE(Settles());
+  EXPECT_EQ(viewer.Shown().fullSize, QSize(5000, 4000));
 }
 
 TEST_F(PhotoViewerTest, PhotosThatAreGoneAreShownAsTheirRowsHaveThem) {

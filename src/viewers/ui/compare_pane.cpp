@@ -12,6 +12,7 @@
 #include "shell/ui/look.h"
 #include "viewers/full_info.h"
 #include "viewers/photo_values.h"
+#include "viewers/ui/viewer_actions.h"
 
 using namespace Qt::StringLiterals;
 
@@ -113,20 +114,14 @@ void ComparePane::paintEvent(QPaintEvent*) {
 
 void ComparePane::ShowPhoto() {
   patience_.stop();
-  const ViewedPhoto& photo = viewer_.Shown();
-  const bool same = photo.path == shownPath_ && photo.fullSize == shownSize_;
-  shownPath_ = photo.path;
-  shownSize_ = photo.fullSize;
-  view_->SetMessage(photo.image.isNull() ? photo.message : QString());
-  view_->ShowImage(photo.image, photo.fullSize,
-                   same ? PictureView::KeepView::SamePhoto : PictureView::KeepView::No);
+  ShowOn(*view_, viewer_.Shown(), viewer_.Shown().message);
   ShowValues();
   ShowZoom();
 }
 
 void ComparePane::ShowValues() {
-  if (shownPath_.isEmpty()) return;
   const ViewedPhoto& photo = viewer_.Shown();
+  if (photo.path.isEmpty()) return;
   name_->SetParts(GetFileName(photo.path),
                   u"   "_s + PlaceText(photo.position, viewer_.Count()) +
                       (photo.offline ? tr("   missing or offline") : QString()));

@@ -59,8 +59,6 @@ class ComparePane : public QWidget {
   QLabel* values_;
   QLabel* zoom_;
   QTimer patience_;
-  QString shownPath_;
-  QSize shownSize_;
   bool active_ = false;
 };
 

@@ -79,7 +79,8 @@ frmfull::frmfull(Session& session, const QStringList& photos, int start, QWidget
 frmfull::~frmfull() = default;
 
 QString frmfull::LastShown() const {
-  return shownPath_.isEmpty() ? viewer_.PathAt(viewer_.Position()) : shownPath_;
+  const QString& path = viewer_.Shown().path;
+  return path.isEmpty() ? viewer_.PathAt(viewer_.Position()) : path;
 }
 
 void frmfull::resizeEvent(QResizeEvent* event) {
@@ -115,7 +116,7 @@ void frmfull::Run(ViewerCommand command) {
       break;
   }
   // The photo that is seen, not one that is still to come.
-  const QString said = ChangeValue(command, catalogue_, shownPath_);
+  const QString said = ChangeValue(command, catalogue_, viewer_.Shown().path);
   if (said.isNull()) return;
   ShowInfo();
   if (!said.isEmpty()) Say(said);
@@ -125,33 +126,29 @@ void frmfull::Run(ViewerCommand command) {
 void frmfull::GoTo(int position) {
   if (position < 0) return Say(tr("This is the first photo."));
   if (position >= viewer_.Count()) return Say(tr("This is the last photo."));
+  said_.stop();
+  notice_->hide();
   viewer_.GoTo(position);
 }
 
 void frmfull::ShowPhoto() {
   patience_.stop();
-  notice_->hide();
+  if (!said_.isActive()) notice_->hide();
   const ViewedPhoto& photo = viewer_.Shown();
-  const bool same = photo.path == shownPath_ && photo.fullSize == shownSize_;
-  shownPath_ = photo.path;
-  shownSize_ = photo.fullSize;
-  view_->SetMessage(photo.image.isNull() ? GetFileName(photo.path) + u"\n"_s + photo.message
-                                         : QString());
-  view_->ShowImage(photo.image, photo.fullSize,
-                   same ? PictureView::KeepView::SamePhoto : PictureView::KeepView::No);
+  ShowOn(*view_, photo, GetFileName(photo.path) + u"\n"_s + photo.message);
   setWindowTitle(GetFileName(photo.path));
   ShowInfo();
 }
 
 void frmfull::ShowInfo() {
   const bool wanted =
-      actions_->Get(ViewerCommand::Information)->isChecked() && !shownPath_.isEmpty();
+      actions_->Get(ViewerCommand::Information)->isChecked() && !viewer_.Shown().path.isEmpty();
   info_->setVisible(wanted);
   if (!wanted) return;
-  const QString name =
-      info_->fontMetrics().elidedText(GetFileName(shownPath_), Qt::ElideMiddle, width() / 2);
+  const QString name = info_->fontMetrics().elidedText(GetFileName(viewer_.Shown().path),
+                                                       Qt::ElideMiddle, width() / 2);
   const QStringList lines =
-      FullInfo(viewer_.Shown(), viewer_.Count(), ValuesOf(catalogue_, shownPath_));
+      FullInfo(viewer_.Shown(), viewer_.Count(), ValuesOf(catalogue_, viewer_.Shown().path));
   info_->setText((QStringList{name} + lines).join(u'\n'));
   PlaceOverlays();
 }

@@ -45,8 +45,6 @@ class frmfull : public QDialog {
   QLabel* notice_;
   QTimer patience_;  // until "Loading…" is said
   QTimer said_;      // until the notice goes
-  QString shownPath_;
-  QSize shownSize_;
 };
 
 }  // namespace zqm

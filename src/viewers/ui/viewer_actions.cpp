@@ -10,6 +10,7 @@
 #include "shell/ui/commands.h"
 #include "shell/window_settings.h"
 #include "viewers/photo_values.h"
+#include "viewers/photo_viewer.h"
 
 using namespace Qt::StringLiterals;
 
@@ -47,7 +48,7 @@ constexpr Row kRows[] = {
     {ViewerCommand::OtherSide, u"Other &Side", u"Tab; Shift+Tab", "", "mnuotherside",
      kCompare | kSeparatorBefore},
     {ViewerCommand::Swap, u"S&wap Sides", u"S", "swap-panels", "mnuswap", kCompare},
-    {ViewerCommand::Linked, u"&Linked Zoom and Scroll", u"L", "link", "mnulinked",
+    {ViewerCommand::Linked, u"Lin&ked Zoom and Scroll", u"L", "link", "mnulinked",
      kCompare | kCheckable},
     {ViewerCommand::ZoomIn, u"Zoom &In", u"+; =; Ctrl++", "zoom-in", "mnuzoomin",
      kBoth | kSeparatorBefore},
@@ -67,10 +68,10 @@ constexpr Row kRows[] = {
     {ViewerCommand::Rate5, u"&5 Stars", u"Ctrl+5", "", "mnurate5", kBoth},
     {ViewerCommand::Flag, u"Fla&gged", u"Ctrl+Shift+P", "flag", "mnuflag",
      kBoth | kSeparatorBefore},
-    {ViewerCommand::Unflag, u"Unfla&gged", u"Ctrl+Shift+U", "edit-clear", "mnuunflag", kBoth},
+    {ViewerCommand::Unflag, u"Unflagge&d", u"Ctrl+Shift+U", "edit-clear", "mnuunflag", kBoth},
     {ViewerCommand::Reject, u"Re&jected", u"Ctrl+Shift+X", "edit-delete-remove", "mnureject",
      kBoth},
-    {ViewerCommand::Close, u"End F&ull Screen", u"Esc; F11; Return; Enter", "", "mnuclose",
+    {ViewerCommand::Close, u"&End Full Screen", u"Esc; F11; Return; Enter", "", "mnuclose",
      kFull | kSeparatorBefore},
     {ViewerCommand::Close, u"&Close", u"Esc", "", "mnuclose", kCompare | kSeparatorBefore},
 };
@@ -124,6 +125,12 @@ ViewerActions::ViewerActions(ViewerKind kind, QWidget* window) : QObject(window)
 QAction* ViewerActions::Get(ViewerCommand command) const {
   const auto found = actions_.find(command);
   return found == actions_.end() ? nullptr : found->second;
+}
+
+void ShowOn(PictureView& view, const ViewedPhoto& photo, const QString& message) {
+  view.SetMessage(photo.image.isNull() ? message : QString());
+  view.ShowImage(photo.image, photo.fullSize,
+                 photo.again ? PictureView::KeepView::SamePhoto : PictureView::KeepView::No);
 }
 
 bool ZoomBy(ViewerCommand command, PictureView& view) {

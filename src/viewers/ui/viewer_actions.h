@@ -13,6 +13,7 @@ class QWidget;
 namespace zqm {
 
 class PictureView;
+struct ViewedPhoto;
 
 /// What the keys of the viewers do.
 enum class ViewerCommand {
@@ -61,6 +62,9 @@ class ViewerActions : public QObject {
   std::map<ViewerCommand, QAction*> actions_;
   QList<QAction*> menu_;
 };
+
+/// Puts what a viewer shows into its view; `message` stands where there is no picture.
+void ShowOn(PictureView& view, const ViewedPhoto& photo, const QString& message);
 
 /// Zooming, if the command is about that.
 bool ZoomBy(ViewerCommand command, PictureView& view);

@@ -126,6 +126,21 @@ TEST_F(FullScreen, RatingAndFlagAreSavedAtOnce) {
   EXPECT_TRUE(Text(u"lblnotice").contains(u"not in the catalogue"_s));
 }
 
+TEST_F(FullScreen, ValuesAreForThePhotoThatIsSeen) {
+  QStringList photos;
+  for (int i = 0; i < 6; ++i)
+    photos.append(AddPhoto(u"%1.jpg"_s.arg(i)));
+  CatalogueThem(photos);
+  Open(photos);
+  ASSERT_TRUE(Sees(u"0.jpg"_s));
+  Press(Qt::Key_End);
+  ASSERT_EQ(window_->windowTitle(), u"0.jpg"_s) << "not read ahead";
+  Press(Qt::Key_5, Qt::ControlModifier);
+  EXPECT_EQ(Stored(photos.first(), Column::Rating), u"5"_s);
+  EXPECT_EQ(Stored(photos.last(), Column::Rating), QString());
+  EXPECT_TRUE(Sees(u"5.jpg"_s));
+}
+
 TEST_F(FullScreen, UprightIsRememberedForTheNextTime) {
   const QString a = AddPhoto(u"a.jpg"_s, {{u"EXIF_Orientation", u"8"}});
   const auto tall = [this] { return View().ImageSize() == QSize(200, 320); };
