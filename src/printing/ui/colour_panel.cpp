@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace zqm {
 namespace {
-constexpr int kPaletteHeight = 72;
+constexpr int kPaletteHeight = 74;
 }
 
 ColourPanel::ColourPanel(const QString& folder, QWidget* parent)

@@ -11,6 +11,7 @@
 #include "printing/print_text.h"
 #include "printing/ui/frmtemplate.h"
 #include "shell/messages.h"
+#include "tests/support/mnemonics.h"
 #include "tests/support/print_text.h"
 #include "tests/support/scratch.h"
 
@@ -186,6 +187,8 @@ TEST_F(PrintDesigner, TypedMeasuresMoveTheBoxAndShownOnesDont) {
     for (const char* field : {"Text5", "Text6", "Text7", "Text8"})
       Enter(field, passedOver);
   EXPECT_EQ(Objects(), before);
+  QTest::keyClick(Find<QLineEdit>("Text5"), Qt::Key_Return);
+  EXPECT_EQ(Fields(), (QStringList{u"17.78"_s, u"20.32"_s, u"12.7"_s, u"15.24"_s}));
   Enter("Text5", u"50.8"_s);
   Enter("Text6", u"25.4"_s);
   Click("Option2");
@@ -244,7 +247,7 @@ TEST_F(PrintDesigner, PaperThatCantBeIsRefusedInOrder) {
   }
   EXPECT_EQ(Label("lblpaper"), u"Current paper size : 210 x 297 mm");
   Enter("Text2", u"5"_s);
-  Click("Command1");
+  QTest::keyClick(Find<QLineEdit>("Text2"), Qt::Key_Return);
   EXPECT_EQ(Label("lblpaper"), u"Current paper size : 3 x 5 in.");
   EXPECT_EQ(Objects(), before);
   Click("Label48");
@@ -434,18 +437,9 @@ TEST_F(PrintDesigner, BoxesTakeTheColourThatIsPickedFromThePalette) {
 }
 
 TEST_F(PrintDesigner, NoLetterLeadsToTwoPlaces) {
-  QString letters;
-  const auto take = [&](const QString& text) {
-    const qsizetype at = text.indexOf(u'&');
-    if (at < 0) return;
-    EXPECT_FALSE(letters.contains(text.at(at + 1).toUpper())) << text.toStdString();
-    letters.append(text.at(at + 1).toUpper());
-  };
-  for (const auto* label : window_->findChildren<QLabel*>())
-    take(label->text());
-  for (const auto* button : window_->findChildren<QAbstractButton*>())
-    take(button->text());
+  QStringList letters = test::Mnemonics(*window_);
   EXPECT_GT(letters.size(), 15);
+  EXPECT_EQ(letters.removeDuplicates(), 0) << letters.join(u' ').toStdString();
 }
 
 }  // namespace
