@@ -20,6 +20,7 @@
 #include "printing/ui/colour_panel.h"
 #include "printing/ui/frmname.h"
 #include "printing/ui/paper_panel.h"
+#include "printing/ui/sheet_surface.h"
 #include "shell/busy.h"
 #include "shell/error.h"
 #include "shell/messages.h"
@@ -56,7 +57,7 @@ frmtemplate::frmtemplate(const SessionFolders& folders, QWidget* parent)
     : QDialog(parent),
       folder_(folders.PrintingTemplatesFolder()),
       pictures_(folders.StateFolder()),
-      surface_(new ImageX),
+      surface_(new SheetSurface),
       paper_(new PaperPanel),
       box_(new BoxPanel),
       colour_(new ColourPanel(pictures_)),
@@ -85,7 +86,6 @@ void frmtemplate::ComposeSurface() {
   surface_->setObjectName(u"ImageX1"_s);
   surface_->setAccessibleName(tr("Sheet"));
   surface_->setMinimumSize(kPanelWidth, kPanelWidth);
-  surface_->SetMouseInteract(u"OBJECTSELECT"_s, true);
 }
 
 QPushButton* frmtemplate::AddButton(const QString& caption, const char* name, Handler handler) {

@@ -6,6 +6,7 @@
 #include <QRadioButton>
 #include <QTest>
 #include <QTimer>
+#include <set>
 
 #include "imaging/ui/image_x.h"
 #include "printing/print_text.h"
@@ -434,6 +435,21 @@ TEST_F(PrintDesigner, BoxesTakeTheColourThatIsPickedFromThePalette) {
   QTest::mouseRelease(view, Qt::LeftButton, {}, {5, 5});
   Click("Command2");
   EXPECT_EQ(Objects().GetObjectProperty(1, u"BRUSHCOLOR"), Label("Text17"));
+}
+
+TEST_F(PrintDesigner, BoxesOfOneColourDontRunIntoOneAnother) {
+  Add({100, 100, 200, 200});
+  Add({200, 100, 300, 200});
+  Select({});
+  const QImage seen = Surface().viewport()->grab().toImage();
+  const auto colours = [&](double from, double to) {
+    std::set<QRgb> found;
+    for (int x = At({from, 250}).x(); x <= At({to, 250}).x(); ++x)
+      found.insert(seen.pixel(x, At({from, 250}).y()));
+    return found.size();
+  };
+  EXPECT_EQ(colours(320, 340), 1u);
+  EXPECT_GT(colours(190, 210), 1u);
 }
 
 TEST_F(PrintDesigner, NoLetterLeadsToTwoPlaces) {
