@@ -48,7 +48,9 @@
 #include "imaging/ui/previews_dialog.h"
 #include "metadata/exif_editor.h"
 #include "metadata/iptc_editor.h"
+#include "printing/ui/frmname.h"
 #include "printing/ui/frmprint.h"
+#include "printing/ui/frmtemplate.h"
 #include "search/ui/check_list.h"
 #include "search/ui/frmaddcategory.h"
 #include "search/ui/search_panel.h"
@@ -227,7 +229,7 @@ class Studio {
     Q_EMIT pdf.findChild<FolderTree*>(u"FolderTreeview1"_s)->FolderClick(photos_);
     pdf.findChild<QAbstractButton*>(u"Option4"_s)->setChecked(true);
     Show(pdf, u"frmpdf"_s);
-    frmprint print(place.photos, load, session_.Folders().PrintingTemplatesFolder());
+    frmprint print(place.photos, load, session_.Folders());
     Show(print, u"frmprint-begin"_s);
     auto* templates = print.findChild<QListWidget*>(u"List1"_s);
     templates->setCurrentItem(templates->findItems(u"4 photos A4"_s, Qt::MatchExactly).value(0));
@@ -452,6 +454,28 @@ class Studio {
     Take(show, u"frmslideshow-transition"_s);
   }
 
+  void PrintTemplates() {
+    const SessionFolders& folders = session_.Folders();
+    const QString name = u"4 photos A4"_s;
+    const auto layout = LoadTemplate(folders.PrintingTemplatesFolder(), name);
+    if (!layout) return;
+    frmtemplate designer(folders);
+    Show(designer, u"frmtemplate-begin"_s);
+    designer.EditTemplate(name, *layout);
+    Show(designer, u"frmtemplate-edit"_s);
+    auto* surface = designer.findChild<ImageX*>(u"ImageX1"_s);
+    for (const int id : {2, 3})
+      surface->SelectObject(id, true);
+    Show(designer, u"frmtemplate"_s);
+    designer.findChild<QAbstractButton*>(u"Option2"_s)->click();
+    designer.findChild<QAbstractButton*>(u"Command2"_s)->click();
+    Show(designer, u"frmtemplate-inches"_s);
+    frmname ask(folders.PrintingTemplatesFolder(), *layout, name);
+    Show(ask, u"frmname"_s);
+    frmprint print({}, session_.WorkSettings(), folders);
+    Show(print, u"frmprint-empty"_s);
+  }
+
   void Dialogs() {
     frmstart start;
     Show(start, u"frmstart"_s);
@@ -540,10 +564,10 @@ int main(int argc, char** argv) {
                 parser.value(u"suffix"_s),
                 {parser.value(u"width"_s).toInt(), parser.value(u"height"_s).toInt()});
   const std::pair<const char16_t*, void (Studio::*)()> scenes[] = {
-      {u"main", &Studio::MainWindow},       {u"editor", &Studio::PhotoEditor},
-      {u"changes", &Studio::ChangeDialogs}, {u"watermarks", &Studio::Watermarks},
-      {u"viewers", &Studio::Slideshows},    {u"viewing", &Studio::Viewing},
-      {u"dialogs", &Studio::Dialogs}};
+      {u"main", &Studio::MainWindow},          {u"editor", &Studio::PhotoEditor},
+      {u"changes", &Studio::ChangeDialogs},    {u"watermarks", &Studio::Watermarks},
+      {u"templates", &Studio::PrintTemplates}, {u"viewers", &Studio::Slideshows},
+      {u"viewing", &Studio::Viewing},          {u"dialogs", &Studio::Dialogs}};
   const QString only = parser.value(u"only"_s);
   for (const auto& [name, draw] : scenes)
     if (only.isEmpty() || only == QStringView(name)) (studio.*draw)();

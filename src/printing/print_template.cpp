@@ -51,6 +51,10 @@ Result<QByteArray> ReadIfThere(const QString& path) {
   return FileExists(path) ? ReadWholeFile(path) : QByteArray();
 }
 
+Failure About(const QString& path, const QString& reason) {
+  return Failure{GetFileName(path) + u": "_s + reason};
+}
+
 /// Puts back what stood there before a pair could only be written by half.
 void Restore(const QString& path, bool stood, const QByteArray& content) {
   const Outcome restored = stood ? WriteFileAtomically(path, content) : DeleteFile(path);
@@ -127,16 +131,18 @@ Result<PrintTemplate> LoadTemplate(const QString& folder, const QString& name) {
 
 Outcome SaveTemplate(const QString& folder, const QString& name, const PrintTemplate& layout) {
   if (layout.objects.IsEmpty()) return Failure{QString::fromUtf16(print_text::kNoBoxes)};
+  QDir().mkpath(folder);
   const QString objectsFile = TemplateObjectsFile(folder, name);
+  const QString recordFile = TemplateRecordFile(folder, name);
   const bool stood = FileExists(objectsFile);
   const auto before = ReadIfThere(objectsFile);
-  if (!before) return Failure{before.Reason()};
+  if (!before) return About(objectsFile, before.Reason());
   if (const Outcome saved = SaveObjects(objectsFile, layout.objects, layout.sheet); !saved)
-    return saved;
-  Outcome written =
-      WriteFileAtomically(TemplateRecordFile(folder, name), EncodeTemplateRecord(layout));
-  if (!written) Restore(objectsFile, stood, *before);
-  return written;
+    return About(objectsFile, saved.Reason());
+  const Outcome written = WriteFileAtomically(recordFile, EncodeTemplateRecord(layout));
+  if (written) return {};
+  Restore(objectsFile, stood, *before);
+  return About(recordFile, written.Reason());
 }
 
 Outcome RemoveTemplate(const QString& folder, const QString& name) {

@@ -41,7 +41,8 @@ QStringList PrintTemplatesName(const QString& folder);
 
 /// Reasons are whole messages.
 Result<PrintTemplate> LoadTemplate(const QString& folder, const QString& name);
-/// Both files, or none is changed. `IsOutsidePaper` is the caller's question.
+/// Both files, or none is changed; the folder is made when it is missing. `IsOutsidePaper` is the
+/// caller's question.
 Outcome SaveTemplate(const QString& folder, const QString& name, const PrintTemplate& layout);
 /// Both files; one that is missing is no failure.
 Outcome RemoveTemplate(const QString& folder, const QString& name);

@@ -10,12 +10,24 @@ inline constexpr char16_t kNotLocated[] =
 inline constexpr char16_t kNotLoaded[] =
     u"Some files for the selected template are missing or corrupted.\n"
     u"Cannot load the selected template.";
+inline constexpr char16_t kCannotLocate[] =
+    u"Cannot locate %1\nSome files for the selected template are missing or corrupted.";
+inline constexpr char16_t kLoading[] = u"Loading template. Please wait...";
 inline constexpr char16_t kNoBoxes[] =
     u"The template must contain at least one picture box before it can be saved.";
 inline constexpr char16_t kOutsidePaper[] =
     u"One or more picture boxes are found outside or too close to the border of the paper.";
 
+// Boxes
+inline constexpr char16_t kRemoveAll[] = u"Remove all picture boxes from the template?";
+inline constexpr char16_t kRemoving[] = u"Removing picture boxe(s). Please wait...";
+inline constexpr char16_t kSendingBack[] = u"Sending picture boxe(s) to back. Please wait...";
+inline constexpr char16_t kBringingFront[] = u"Bringing picture boxe(s) to front. Please wait...";
+inline constexpr char16_t kAdjustingBoxes[] =
+    u"Adjusting position of picture boxes. Please wait...";
+
 // Paper
+inline constexpr char16_t kAdjustingPaper[] = u"Adjusting paper size. Please wait...";
 inline constexpr char16_t kInvalidWidth[] = u"Invalid paper width.";
 inline constexpr char16_t kInvalidHeight[] = u"Invalid paper height.";
 inline constexpr char16_t kNarrowMillimetres[] = u"Paper width should be at least %1 mm.";

@@ -76,6 +76,18 @@ void TemplateDesign::Select(const std::vector<int>& ids) {
                        [&](int id) { return objects_.Contains(id); });
 }
 
+void TemplateDesign::TakeSelection(const std::vector<int>& ids) {
+  const auto isAmong = [](const std::vector<int>& some, int id) {
+    return std::ranges::find(some, id) != some.end();
+  };
+  std::vector<int> stay = selected_, join;
+  std::erase_if(stay, [&](int id) { return !isAmong(ids, id); });
+  std::ranges::copy_if(ids, std::back_inserter(join), [&](int id) { return !isAmong(stay, id); });
+  std::ranges::sort(join);
+  stay.insert(stay.end(), join.begin(), join.end());
+  Select(stay);
+}
+
 std::optional<BoxMeasures> TemplateDesign::FirstBox() const {
   if (selected_.empty()) return std::nullopt;
   return MeasuresOf(objects_.Find(selected_.front())->Box());

@@ -45,6 +45,9 @@ class TemplateDesign {
   /// Only what there is can be selected; the order of selecting stays.
   void Select(const std::vector<int>& ids);
   void SelectAll() { selected_ = ids_; }
+  /// What the mouse made of the selection: the ones that stay keep their order, those that join
+  /// come behind them as they were made.
+  void TakeSelection(const std::vector<int>& ids);
   const std::vector<int>& Selected() const { return selected_; }
 
   /// Of the first selected box; nothing without one.

@@ -98,8 +98,7 @@ void frmmain::PrintThem() {
   const QStringList photos = browser_.mnufile2_Click(kPrintCommand);
   if (photos.isEmpty()) return;
   const FolderHold hold(browser_);
-  frmprint dialog(photos, session_.WorkSettings(), session_.Folders().PrintingTemplatesFolder(),
-                  this);
+  frmprint dialog(photos, session_.WorkSettings(), session_.Folders(), this);
   dialog.exec();
 }
 

@@ -18,9 +18,11 @@
 #include "printing/paper_measures.h"
 #include "printing/print_pdf.h"
 #include "printing/print_text.h"
+#include "printing/ui/frmtemplate.h"
 #include "printing/ui/sheet_picture.h"
 #include "shell/busy.h"
 #include "shell/error.h"
+#include "shell/files.h"
 #include "shell/messages.h"
 #include "shell/text.h"
 #include "shell/ui/frmerror.h"
@@ -77,12 +79,13 @@ QIcon SmallPicture(const QString& folder, const QString& name, double deviceScal
 
 }  // namespace
 
-frmprint::frmprint(QStringList photos, const PictureSettings& load, const QString& folder,
+frmprint::frmprint(QStringList photos, const PictureSettings& load, const SessionFolders& folders,
                    QWidget* parent)
     : QDialog(parent),
       photos_(std::move(photos)),
       load_(load),
-      folder_(folder),
+      folders_(folders),
+      folder_(folders.PrintingTemplatesFolder()),
       printerDialog_(AskForPrinter),
       printer_(std::make_unique<QPrinter>(QPrinter::HighResolution)),
       controls_(new QWidget) {
@@ -140,9 +143,11 @@ void frmprint::ComposeTemplates(QBoxLayout* column) {
   connect(templates_, &QListWidget::itemActivated, this,
           [this] { Guarded("frmprint", "Command6_Click", [this] { Command6_Click(); }); });
   column->addWidget(templates_, 1);
+  apply_ = AddButton(column, tr("&Apply"), "Command6", &frmprint::Command6_Click);
   auto* buttons = new QHBoxLayout;
   look::SetSpace(buttons, 0, look::kSpace8);
-  apply_ = AddButton(buttons, tr("&Apply"), "Command6", &frmprint::Command6_Click);
+  AddButton(buttons, tr("&Create"), "Command3", &frmprint::Command3_Click);
+  edit_ = AddButton(buttons, tr("&Edit"), "Command5", &frmprint::Command5_Click);
   remove_ = AddButton(buttons, tr("&Remove"), "Command4", &frmprint::Command4_Click);
   column->addLayout(buttons);
 }
@@ -305,6 +310,56 @@ void frmprint::Command4_Click() {
   MsgBox(u"The selected template has been deleted."_s);
 }
 
+// The designer.
+
+void frmprint::Command3_Click() {
+  frmtemplate designer(folders_, this);
+  RunDesigner(designer);
+}
+
+void frmprint::Command5_Click() {
+  const QString name = SelectedName();
+  if (running_ || name.isEmpty()) return;
+  for (const QString& path :
+       {TemplateObjectsFile(folder_, name), TemplateRecordFile(folder_, name)})
+    if (!FileExists(path)) {
+      MsgBox(QString::fromUtf16(print_text::kCannotLocate).arg(path), MessageKind::Warning);
+      return;
+    }
+  SetRunning(true);
+  progress_->Begin(QString::fromUtf16(print_text::kLoading));
+  const auto layout = RunAside([&] { return LoadTemplate(folder_, name); });
+  progress_->End();
+  SetRunning(false);
+  if (!layout) {
+    MsgBox(layout.Reason(), MessageKind::Warning);
+    return;
+  }
+  frmtemplate designer(folders_, this);
+  designer.EditTemplate(name, *layout);
+  RunDesigner(designer);
+}
+
+void frmprint::RunDesigner(frmtemplate& designer) {
+  connect(&designer, &frmtemplate::TemplateSaved, this, &frmprint::ShowSaved);
+  const QPageLayout settings = printer_->pageLayout();
+  designer.exec();
+  RestorePrtSettings(settings);
+}
+
+/// In the list and selected, as it is now.
+void frmprint::ShowSaved(const QString& name) {
+  FillTemplates();
+  for (QListWidgetItem* item : templates_->findItems(name, Qt::MatchExactly))
+    templates_->setCurrentItem(item);
+}
+
+/// The printer's page is the user's, whatever the templates' paper.
+void frmprint::RestorePrtSettings(const QPageLayout& settings) {
+  printer_->setPageLayout(settings);
+  ShowState();
+}
+
 // The printer and its paper.
 
 QSizeF frmprint::PageMillimetres() const {
@@ -380,10 +435,12 @@ void frmprint::ShowState() {
                   PlainText(Round(page.height(), 2)) + u" mm"_s);
   const bool selected = layout_.has_value();
   apply_->setEnabled(selected);
-  remove_->setEnabled(!SelectedName().isEmpty());
   const QString none = tr("Select a template first");
   apply_->setToolTip(selected ? QString() : none);
-  remove_->setToolTip(remove_->isEnabled() ? QString() : none);
+  for (QPushButton* button : {edit_, remove_}) {
+    button->setEnabled(!SelectedName().isEmpty());
+    button->setToolTip(button->isEnabled() ? QString() : none);
+  }
   pageCaption_->setText(pages_ > 0 ? PageCaption(page_, pages_) : QString());
   for (QPushButton* button : back_)
     button->setEnabled(page_ > 0);

@@ -8,11 +8,13 @@
 
 #include "imaging/picture.h"
 #include "printing/page_painter.h"
+#include "shell/session_folders.h"
 
 class QBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QPageLayout;
 class QPrinter;
 class QPushButton;
 
@@ -20,13 +22,13 @@ namespace zqm {
 
 class PictureView;
 class RunProgress;
+class frmtemplate;
 
 /// Puts photos into the boxes of a template, page after page, shows the pages and prints them.
 class frmprint : public QDialog {
   Q_OBJECT
  public:
-  /// `folder` has the templates.
-  frmprint(QStringList photos, const PictureSettings& load, const QString& folder,
+  frmprint(QStringList photos, const PictureSettings& load, const SessionFolders& folders,
            QWidget* parent = nullptr);
   ~frmprint() override;
 
@@ -51,6 +53,11 @@ class frmprint : public QDialog {
   QString SelectedName() const;
 
   void List1_Click();
+  void Command3_Click();  // Create
+  void Command5_Click();  // Edit
+  void RunDesigner(frmtemplate& designer);
+  void ShowSaved(const QString& name);
+  void RestorePrtSettings(const QPageLayout& settings);
   void Command6_Click();  // Apply
   void Command4_Click();  // Remove
   void Command2_Click();  // Printer Setup
@@ -71,7 +78,8 @@ class frmprint : public QDialog {
 
   QStringList photos_;
   PictureSettings load_;
-  QString folder_;
+  SessionFolders folders_;
+  QString folder_;  // of the templates
   PrinterDialog printerDialog_;
   std::unique_ptr<QPrinter> printer_;
   QString pdfPath_;                           // for the next print into a file; "" asks
@@ -89,6 +97,7 @@ class frmprint : public QDialog {
   QLineEdit* copies_ = nullptr;
   RunProgress* progress_ = nullptr;
   QPushButton* apply_ = nullptr;
+  QPushButton* edit_ = nullptr;
   QPushButton* remove_ = nullptr;
   QPushButton* print_ = nullptr;
   std::vector<QPushButton*> back_, forward_;

@@ -1,80 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "watermark/ui/frmwatername.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QVBoxLayout>
-
 #include "imaging/template_files.h"
-#include "shell/error.h"
-#include "shell/messages.h"
-#include "shell/ui/dialog_foot.h"
-#include "shell/ui/look.h"
-
-using namespace Qt::StringLiterals;
 
 namespace zqm {
-namespace {
-constexpr int kNameWidth = 320;
-}
 
 frmwatername::frmwatername(QString folder, const VectorObjects& objects, QSize surface,
                            const QString& name, QWidget* parent)
-    : QDialog(parent),
-      folder_(std::move(folder)),
+    : TemplateNameDialog("frmwatername", std::move(folder), name, parent),
       objects_(objects),
-      surface_(surface),
-      name_(new QLineEdit(name)) {
-  setObjectName(u"frmwatername"_s);
-  setWindowTitle(u"Template Name"_s);
-  name_->setObjectName(u"Text1"_s);
-  name_->setMinimumWidth(kNameWidth);
-  name_->selectAll();
-  QLabel* caption = look::Caption(u"Template &Name :"_s);
-  caption->setBuddy(name_);
-  auto* row = new QHBoxLayout;
-  look::SetSpace(row, 0, look::kSpace8);
-  row->addWidget(caption);
-  row->addWidget(name_, 1);
-  auto* foot = new DialogFoot(tr("&Save"));
-  foot->Ok()->setObjectName(u"Command1"_s);
-  auto* column = new QVBoxLayout(this);
-  look::SetSpace(column, look::kSpace16, look::kSpace16);
-  column->addLayout(row);
-  column->addStretch();
-  column->addLayout(foot);
-  connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
-  connect(foot->Ok(), &QPushButton::clicked, this,
-          [this] { Guarded("frmwatername", "Command1_Click", [this] { Command1_Click(); }); });
-  name_->setFocus();
-}
+      surface_(surface) {}
 
-void frmwatername::Command1_Click() {
-  if (saving_) return;
-  const QString typed = name_->text().trimmed();
-  if (const Outcome valid = CheckTemplateName(typed); !valid) {
-    MsgBox(valid.Reason(), MessageKind::Information);
-    return;
-  }
-  const QString standing = FindTemplate(folder_, typed);
-  if (!standing.isEmpty() && MsgBox(QString::fromUtf16(template_text::kExists),
-                                    MessageKind::Question, Buttons::YesNo) != Answer::Yes)
-    return;
-  const QString name = standing.isEmpty() ? typed : standing;
-  saving_ = true;
-  const Outcome saved = SaveTemplate(TemplatePath(folder_, name), objects_, surface_);
-  saving_ = false;
-  if (!saved) {
-    MsgBox(saved.Reason(), MessageKind::Warning);
-    return;
-  }
-  savedName_ = name;
-  accept();
-}
-
-void frmwatername::reject() {
-  if (!saving_) QDialog::reject();
+Outcome frmwatername::Write(const QString& name) {
+  return SaveTemplate(TemplatePath(Folder(), name), objects_, surface_);
 }
 
 }  // namespace zqm

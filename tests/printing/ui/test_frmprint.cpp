@@ -9,7 +9,9 @@
 #include "imaging/ui/picture_view.h"
 #include "printing/page_plan.h"
 #include "printing/standard_templates.h"
+#include "printing/ui/frmname.h"
 #include "printing/ui/frmprint.h"
+#include "printing/ui/frmtemplate.h"
 #include "shell/messages.h"
 #include "shell/ui/frmerror.h"
 #include "tests/support/print_text.h"
@@ -21,18 +23,22 @@ using namespace Qt::StringLiterals;
 namespace zqm {
 namespace {
 
+/// After a window that is run has begun to; what is posted comes while it shows itself.
+constexpr std::chrono::milliseconds kOpened(10);
+
 class PrintWindow : public ::testing::Test {
  protected:
   PrintWindow() {
+    folders_.DocumentsPath = folders_.AppDataPath = scratch_.Path();
     for (const StandardTemplate& standard : StandardTemplates())
-      if (!SaveTemplate(scratch_.Path(), standard.name, standard.layout)) std::abort();
+      if (!SaveTemplate(folders_.PrintingTemplatesFolder(), standard.name, standard.layout))
+        std::abort();
     messages_ = SetMessageHandler([this](const QString& text, MessageKind, Buttons buttons) {
       told_.append(text);
       return buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
     });
     picks_ = SetPickHandler([this](const PickRequest&) { return pdf_; });
-    window_ =
-        std::make_unique<frmprint>(QStringList(5, photo_), PictureSettings(), scratch_.Path());
+    window_ = std::make_unique<frmprint>(QStringList(5, photo_), PictureSettings(), folders_);
     UsePaper(QPageLayout::Portrait);
   }
   ~PrintWindow() override {
@@ -71,7 +77,27 @@ class PrintWindow : public ::testing::Test {
   QString Caption() { return window_->findChild<QLabel*>(u"Label3"_s)->text(); }
   QString Told() { return told_.isEmpty() ? QString() : told_.takeLast(); }
 
+  /// What the user does in the designer, which a button opens.
+  void Design(const char* button, const std::function<void(frmtemplate&)>& body) {
+    bool opened = false;
+    QTimer::singleShot(kOpened, window_.get(), [&] {
+      auto* designer = window_->findChild<frmtemplate*>();
+      ASSERT_NE(designer, nullptr);
+      opened = true;
+      body(*designer);
+      designer->close();
+    });
+    Click(button);
+    EXPECT_TRUE(opened);
+  }
+  QString Selected() {
+    const auto items = window_->findChild<QListWidget*>(u"List1"_s)->selectedItems();
+    return items.isEmpty() ? QString() : items.first()->text();
+  }
+  QString File(const QString& name) { return folders_.PrintingTemplatesFolder() + u'/' + name; }
+
   test::Scratch scratch_;
+  SessionFolders folders_;
   test::Scratch out_;
   QString photo_ = out_.Write("photo.jpg", test::SampleJpeg(60, 40));
   QString pdf_ = out_.Path("out.pdf");
@@ -161,15 +187,62 @@ TEST_F(PrintWindow, PhotosThatHaveGoneLeaveTheFile) {
 
 TEST_F(PrintWindow, TemplatesThatGoAreNoLongerListed) {
   Select(u"2 photos A4"_s);
-  ASSERT_TRUE(QFile::remove(scratch_.Path("2 photos A4.txt")));
+  ASSERT_TRUE(QFile::remove(File(u"2 photos A4.txt"_s)));
   Click("Command6");
   EXPECT_TRUE(Told().startsWith(u"Cannot locate the selected template"_s));
   Click("Command4");
   EXPECT_EQ(Told(), u"The selected template has been deleted.");
   EXPECT_EQ(Told(), u"Delete the selected template?");
-  EXPECT_FALSE(QFile::exists(scratch_.Path("2 photos A4.iev")));
+  EXPECT_FALSE(QFile::exists(File(u"2 photos A4.iev"_s)));
   const auto* list = window_->findChild<QListWidget*>(u"List1"_s);
   EXPECT_TRUE(list->findItems(u"2 photos A4"_s, Qt::MatchExactly).isEmpty());
+}
+
+TEST_F(PrintWindow, DesignedTemplatesAreListedAndSelected) {
+  UsePaper(QPageLayout::Landscape);
+  const QString paper = window_->findChild<QLabel*>(u"Label2"_s)->text();
+  const auto button = [](QWidget& window, const char16_t* name) {
+    return window.findChild<QAbstractButton*>(QString::fromUtf16(name));
+  };
+  Design("Command3", [&](frmtemplate& designer) {
+    button(designer, u"Command2")->click();
+    QTimer::singleShot(kOpened, &designer, [&] {
+      auto* name = designer.findChild<frmname*>();
+      name->findChild<QLineEdit*>(u"Text1"_s)->setText(u"A new one"_s);
+      button(*name, u"Command1")->click();
+    });
+    button(designer, u"Command12")->click();
+    EXPECT_EQ(Selected(), u"A new one");
+  });
+  EXPECT_TRUE(IsOn("Command4") && IsOn("Command6"));
+  EXPECT_EQ(window_->findChild<QLabel*>(u"Label2"_s)->text(), paper);
+  Select(u"9 photos A4"_s);
+  Design("Command5", [&](frmtemplate& designer) {
+    EXPECT_EQ(designer.findChild<QLabel*>(u"lblcount"_s)->text(), u"No of picture box : 9");
+    button(designer, u"Command2")->click();
+    button(designer, u"Command11")->click();
+  });
+  EXPECT_EQ(Selected(), u"9 photos A4");
+  EXPECT_EQ(LoadTemplate(folders_.PrintingTemplatesFolder(), u"9 photos A4"_s)->ids.size(), 10u);
+  const auto* list = window_->findChild<QListWidget*>(u"List1"_s);
+  EXPECT_EQ(list->findItems(u"9 photos A4"_s, Qt::MatchExactly).size(), 1);
+}
+
+TEST_F(PrintWindow, HalfATemplateIsNotEdited) {
+  const QString record = File(u"2 photos A4.txt"_s);
+  const QByteArray bytes = test::Scratch::Read(record);
+  ASSERT_TRUE(QFile::remove(record));
+  Select(u"2 photos A4"_s);
+  told_.clear();
+  Click("Command5");
+  EXPECT_EQ(Told(), u"Cannot locate "_s + record +
+                        u"\nSome files for the selected template are missing or corrupted."_s);
+  QFile file(record);
+  ASSERT_TRUE(file.open(QFile::WriteOnly) && file.write(bytes.chopped(1)) > 0);
+  file.close();
+  Click("Command5");
+  EXPECT_TRUE(Told().startsWith(u"Some files for the selected template"_s));
+  EXPECT_EQ(window_->findChild<frmtemplate*>(), nullptr);
 }
 
 }  // namespace

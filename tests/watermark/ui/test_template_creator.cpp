@@ -14,6 +14,7 @@
 #include "imaging/template_files.h"
 #include "imaging/ui/image_x.h"
 #include "shell/messages.h"
+#include "tests/support/mnemonics.h"
 #include "tests/support/print_text.h"
 #include "tests/support/scratch.h"
 #include "watermark/ui/frmwatermarkcreator.h"
@@ -375,18 +376,9 @@ TEST_F(TemplateCreator, WhatCantBeReadOrWrittenIsSaid) {
 }
 
 TEST_F(TemplateCreator, NoLetterLeadsToTwoPlaces) {
-  QString letters;
-  const auto take = [&](const QString& text) {
-    const qsizetype at = text.indexOf(u'&');
-    if (at < 0) return;
-    EXPECT_FALSE(letters.contains(text.at(at + 1).toUpper())) << text.toStdString();
-    letters.append(text.at(at + 1).toUpper());
-  };
-  for (const auto* label : window_->findChildren<QLabel*>())
-    take(label->text());
-  for (const auto* button : window_->findChildren<QAbstractButton*>())
-    take(button->text());
+  QStringList letters = test::Mnemonics(*window_);
   EXPECT_GT(letters.size(), 15);
+  EXPECT_EQ(letters.removeDuplicates(), 0) << letters.join(u' ').toStdString();
 }
 
 TEST_F(TemplateCreator, ClosingAsksForWhatIsNotSaved) {
