@@ -68,7 +68,8 @@ QTransform VectorObject::Turning() const {
 }
 
 QPolygonF VectorObject::Outline() const {
-  if (kind == ObjectKind::Line) return QPolygonF({{left, top}, {left + width, top + height}});
+  if (kind == ObjectKind::Line)
+    return QPolygonF({QPointF(left, top), QPointF(left + width, top + height)});
   const QRectF box = Box();
   return Turning().map(
       QPolygonF({box.topLeft(), box.topRight(), box.bottomRight(), box.bottomLeft()}));

@@ -106,8 +106,8 @@ QWidget* frmtemplate::ComposePaper() {
   column->addWidget(look::Heading(tr("Picture boxes")));
   count_->setObjectName(u"lblcount"_s);
   column->addWidget(count_);
-  column->addWidget(colour_);
   column->addWidget(AddButton(u"&Add Picture Box"_s, "Command2", &frmtemplate::Command2_Click));
+  column->addWidget(colour_);
   removeAll_ = AddButton(u"Remove All Picture Bo&x"_s, "Command3", &frmtemplate::Command3_Click);
   column->addWidget(removeAll_);
   column->addStretch(1);

@@ -24,6 +24,7 @@ void SheetSurface::PaintOver(QPainter& painter, const QRegion& region) {
   if (!HasImage()) return;
   painter.setBrush(Qt::NoBrush);
   for (const VectorObject& box : Objects().All()) {
+    if (box.kind != ObjectKind::Rectangle) continue;
     const QRectF place(FromBitmap(box.Box().topLeft()), FromBitmap(box.Box().bottomRight()));
     if (!IsObjectSelected(box.id)) {
       painter.setPen(QPen(QColor(look::kLine), 0));

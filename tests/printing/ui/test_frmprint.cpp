@@ -17,14 +17,12 @@
 #include "tests/support/print_text.h"
 #include "tests/support/sample_photo.h"
 #include "tests/support/scratch.h"
+#include "tests/support/when_open.h"
 
 using namespace Qt::StringLiterals;
 
 namespace zqm {
 namespace {
-
-/// After a window that is run has begun to; what is posted comes while it shows itself.
-constexpr std::chrono::milliseconds kOpened(10);
 
 class PrintWindow : public ::testing::Test {
  protected:
@@ -80,12 +78,10 @@ class PrintWindow : public ::testing::Test {
   /// What the user does in the designer, which a button opens.
   void Design(const char* button, const std::function<void(frmtemplate&)>& body) {
     bool opened = false;
-    QTimer::singleShot(kOpened, window_.get(), [&] {
-      auto* designer = window_->findChild<frmtemplate*>();
-      ASSERT_NE(designer, nullptr);
+    const auto waiting = test::WhenOpen<frmtemplate>(*window_, [&](frmtemplate& designer) {
       opened = true;
-      body(*designer);
-      designer->close();
+      body(designer);
+      designer.close();
     });
     Click(button);
     EXPECT_TRUE(opened);
@@ -206,10 +202,9 @@ TEST_F(PrintWindow, DesignedTemplatesAreListedAndSelected) {
   };
   Design("Command3", [&](frmtemplate& designer) {
     button(designer, u"Command2")->click();
-    QTimer::singleShot(kOpened, &designer, [&] {
-      auto* name = designer.findChild<frmname*>();
-      name->findChild<QLineEdit*>(u"Text1"_s)->setText(u"A new one"_s);
-      button(*name, u"Command1")->click();
+    const auto naming = test::WhenOpen<frmname>(designer, [&](frmname& name) {
+      name.findChild<QLineEdit*>(u"Text1"_s)->setText(u"A new one"_s);
+      button(name, u"Command1")->click();
     });
     button(designer, u"Command12")->click();
     EXPECT_EQ(Selected(), u"A new one");

@@ -5,16 +5,18 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
-#include <QTimer>
 #include <set>
 
 #include "imaging/ui/image_x.h"
 #include "printing/print_text.h"
+#include "printing/ui/frmname.h"
 #include "printing/ui/frmtemplate.h"
 #include "shell/messages.h"
 #include "tests/support/mnemonics.h"
 #include "tests/support/print_text.h"
 #include "tests/support/scratch.h"
+#include "tests/support/small_disk.h"
+#include "tests/support/when_open.h"
 
 using namespace Qt::StringLiterals;
 
@@ -82,13 +84,10 @@ class PrintDesigner : public ::testing::Test {
   }
   /// Under a name, as it is typed into the window that asks for it.
   void SaveAs(const QString& name) {
-    // What is posted would come while the window shows itself.
-    QTimer::singleShot(10, window_.get(), [this, name] {
-      auto* dialog = window_->findChild<QDialog*>(u"frmname"_s);
-      ASSERT_NE(dialog, nullptr);
-      dialog->findChild<QLineEdit*>(u"Text1"_s)->setText(name);
-      dialog->findChild<QPushButton*>(u"Command1"_s)->click();
-      if (dialog->isVisible()) dialog->reject();
+    const auto naming = test::WhenOpen<frmname>(*window_, [&](frmname& dialog) {
+      dialog.findChild<QLineEdit*>(u"Text1"_s)->setText(name);
+      dialog.findChild<QPushButton*>(u"Command1"_s)->click();
+      if (dialog.isVisible()) dialog.reject();
     });
     Click("Command12");
   }
@@ -250,6 +249,7 @@ TEST_F(PrintDesigner, PaperThatCantBeIsRefusedInOrder) {
   Enter("Text2", u"5"_s);
   QTest::keyClick(Find<QLineEdit>("Text2"), Qt::Key_Return);
   EXPECT_EQ(Label("lblpaper"), u"Current paper size : 3 x 5 in.");
+  EXPECT_EQ(Surface().Zoom(), 100);  // as small a sheet isn't made smaller
   EXPECT_EQ(Objects(), before);
   Click("Label48");
   EXPECT_TRUE(Box(1) == QRectF(200, 400, 100, 100));
@@ -361,6 +361,28 @@ TEST_F(PrintDesigner, WhatCantBeWrittenIsSaidAndKept) {
   ASSERT_TRUE(QDir().rmdir(record));
   window_->close();
   EXPECT_FALSE(window_->isVisible());
+  EXPECT_EQ(LoadTemplate(Folder(), u"Mine"_s)->ids.size(), 2u);
+}
+
+TEST_F(PrintDesigner, AFullDiskKeepsTheOldTemplateAndTheWork) {
+  ASSERT_TRUE(QDir().mkpath(Folder()));
+  const test::SmallDisk disk(Folder());
+  if (!disk.IsMounted()) GTEST_SKIP() << "no file system can be mounted here";
+  Add({10, 10, 100, 100});
+  SaveAs(u"Mine"_s);
+  const QByteArray standing = test::Scratch::Read(TemplateObjectsFile(Folder(), u"Mine"_s));
+  QFile filler(Folder() + u"/filler"_s);
+  ASSERT_TRUE(filler.open(QFile::WriteOnly | QFile::Unbuffered));
+  while (filler.write(QByteArray(4096, 'f')) == 4096) {
+  }
+  Add({300, 10, 100, 100});
+  Told();
+  Click("Command11");
+  EXPECT_EQ(Told().join(u'\n').left(9), u"Mine.iev:");
+  EXPECT_EQ(test::Scratch::Read(TemplateObjectsFile(Folder(), u"Mine"_s)), standing);
+  EXPECT_TRUE(LoadTemplate(Folder(), u"Mine"_s));
+  ASSERT_TRUE(filler.remove());
+  Click("Command11");
   EXPECT_EQ(LoadTemplate(Folder(), u"Mine"_s)->ids.size(), 2u);
 }
 
