@@ -61,6 +61,7 @@
 #include "shell/session_folders.h"
 #include "shell/ui/folder_tree.h"
 #include "shell/ui/frmerror.h"
+#include "shell/ui/frmhelp.h"
 #include "shell/ui/look.h"
 #include "viewers/photo_values.h"
 #include "viewers/slideshow_settings.h"
@@ -483,6 +484,10 @@ class Studio {
     intro.show();
     intro.SetStatus(u"Initializing Search Engine..."_s);
     Show(intro, u"frmintro"_s);
+    frmhelp guide;
+    Show(guide, u"frmhelp"_s);
+    guide.findChild<GuideText*>(u"guide"_s)->ShowHeading(u"watermarks"_s);
+    Take(guide, u"frmhelp-watermarks"_s);
     frmcheckDB check({u"Holidays.mdb"_s, u"Zolmira QM.mdb"_s});
     Show(check, u"frmcheckDB"_s);
     frmsettings settings(session_);

@@ -30,6 +30,7 @@
 #include "shell/ui/elided_label.h"
 #include "shell/ui/folder_tree.h"
 #include "shell/ui/frmerror.h"
+#include "shell/ui/frmhelp.h"
 #include "shell/ui/look.h"
 #include "shell/window_settings.h"
 
@@ -412,6 +413,8 @@ void frmmain::Run(Command command) {
       return mnuconfigure_Click();
     case Command::Settings:
       return mnusettings_Click();
+    case Command::Guide:
+      return ShowGuide();
     case Command::About:
       return ShowAbout();
   }
@@ -469,6 +472,17 @@ void frmmain::mnusettings_Click() {
   if (dialog.exec() != QDialog::Accepted) return;
   browser_.RAWandCMSSettings();
   browser_.RefreshLive();
+}
+
+void frmmain::ShowGuide() {
+  if (guide_) {
+    guide_->raise();
+    guide_->activateWindow();
+    return;
+  }
+  guide_ = new frmhelp(this);
+  guide_->setAttribute(Qt::WA_DeleteOnClose);
+  guide_->show();
 }
 
 void frmmain::ShowAbout() {

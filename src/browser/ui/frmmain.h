@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include "browser/browser.h"
 #include "browser/ui/info_panel.h"
@@ -22,6 +23,7 @@ class FolderTree;
 class ImageX;
 class PhotoPanel;
 class SearchPanel;
+class frmhelp;
 class ThumbnailPanel;
 
 /// The main window: puts the panels together and forwards commands. What happens to photos happens
@@ -92,6 +94,7 @@ class frmmain : public QMainWindow {
   void AddCategory();
   void DeleteCategory(const QString& name);
   void ShowCategories();
+  void ShowGuide();
   void ShowAbout();
   void SaveMainInterfaceState();
   void LoadMainInterfaceState();
@@ -112,6 +115,7 @@ class frmmain : public QMainWindow {
   QSplitter* panes_;
   QSplitter* centre_;
   BusyLabel* busyLabel_;
+  QPointer<frmhelp> guide_;
   ElidedLabel* status_;
   QLabel* zoom_;
   QTimer clearInfo_;  // empties the panels when the next photo takes long

@@ -160,7 +160,9 @@ constexpr Row kRows[] = {
      u"The programs that photos can be opened in", kPlain},
     {Command::Settings, u"&Tools", u"&Settings…", u"Ctrl+,", "configure", "mnusettings",
      u"Start-up folder, RAW files, colour management, file types", kPlain},
-    {Command::About, u"&Help", u"&About Zolmira QM", u"F1", "help-about", "mnuabout",
+    {Command::Guide, u"&Help", u"User &Guide", u"F1", "help-contents", "mnuhelp",
+     u"How everything is done", kPlain},
+    {Command::About, u"&Help", u"&About Zolmira QM", u"", "help-about", "mnuabout",
      u"Version and licence", kPlain},
 };
 

@@ -71,6 +71,7 @@ enum class Command {
   FlipHorizontal,
   Editors,
   Settings,
+  Guide,
   About,
 };
 
