@@ -2,8 +2,8 @@
 #include "imaging/text_shape.h"
 
 #include <QFont>
+#include <QFontDatabase>
 #include <QFontMetricsF>
-#include <QStringList>
 #include <algorithm>
 #include <iterator>
 #include <optional>
@@ -179,6 +179,16 @@ TextShape ShapeText(const VectorObject& object) {
   TextShape shape = Shape(object, key.font);
   last.emplace(std::move(key), shape);
   return shape;
+}
+
+QStringList MissingFonts(const VectorObjects& objects) {
+  QStringList missing;
+  for (const VectorObject& object : objects.All())
+    if (object.kind == ObjectKind::Text && !object.fontName.isEmpty() &&
+        !QFontDatabase::hasFamily(object.fontName))
+      missing.append(object.fontName);
+  missing.removeDuplicates();
+  return missing;
 }
 
 void FitText(VectorObject& object) {

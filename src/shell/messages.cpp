@@ -20,6 +20,7 @@ PickHandler& CurrentPickHandler() {
 Answer HarmlessAnswer(Buttons buttons) {
   switch (buttons) {
     case Buttons::OkCancel:
+    case Buttons::YesNoCancel:
       return Answer::Cancel;
     case Buttons::YesNo:
     case Buttons::YesNoNeeded:

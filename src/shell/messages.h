@@ -16,6 +16,7 @@ enum class Buttons {
   Ok,
   OkCancel,
   YesNo,
+  YesNoCancel,
   YesNoNeeded,  ///< Yes is what Enter means, and nothing but the two buttons answers
 };
 enum class Answer { Ok, Cancel, Yes, No };

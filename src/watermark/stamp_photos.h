@@ -9,7 +9,8 @@
 namespace zqm {
 
 /// Paints the objects into each photo, at their own pixel positions, and writes it back over itself
-/// at the best quality of its format. What lies beyond a photo's edge is lost. The catalogue isn't
+/// at the best quality of its format, each file once. What lies beyond a photo's edge is lost. The
+/// catalogue isn't
 /// touched, and whoever shows the photos isn't told. Reasons: "File is offline or missing", or why
 /// a photo can't be loaded or saved; each of them is in the failure list.
 PictureResult StampPhotos(const PictureRun& run, const QStringList& paths,

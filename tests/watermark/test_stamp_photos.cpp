@@ -149,6 +149,16 @@ TEST_F(StampedPhotos, WhatFailsIsListedWithItsReasonAndTheRunGoesOn) {
   EXPECT_EQ(ReasonsOf(Stamp({missing})), QStringList{u"File is offline or missing"_s});
 }
 
+TEST_F(StampedPhotos, AFileIsStampedOnceHoweverManyPathsLeadToIt) {
+  const QString path = scratch_.Write("a/1.jpg", test::SampleJpeg(60, 40)),
+                alone = scratch_.Write("a/2.jpg", test::SampleJpeg(60, 40));
+  ASSERT_TRUE(QFile::link(path, In("a/link.jpg")));
+  VectorObjects veil = Square();
+  SetTransparency(veil, veil.Ids(), 100);
+  EXPECT_TRUE(Stamp({path, In("a/link.jpg"), path, alone}, veil).failures.Empty());
+  EXPECT_EQ(Loaded(path).Image(), Loaded(alone).Image());
+}
+
 TEST_F(StampedPhotos, AFileThatVanishesInTheMiddleIsMissing) {
   QStringList paths;
   for (int i = 0; i < 12; ++i)

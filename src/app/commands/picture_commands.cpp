@@ -7,6 +7,7 @@
 #include "batch/rotate_photos.h"
 #include "imaging/save_options.h"
 #include "imaging/template_files.h"
+#include "imaging/text_shape.h"
 #include "session/session.h"
 #include "shell/files.h"
 #include "watermark/stamp_photos.h"
@@ -144,12 +145,13 @@ int RunWatermark(const GlobalOptions& global, const QString& name, const QString
   if (!objects) return console.Refuse(objects.Reason());
   if (const auto usable = Usable(kWatermarkCommand, files); !usable)
     return console.Fail(usable.Reason());
+  if (const QStringList missing = MissingFonts(*objects); !missing.isEmpty())
+    console.ErrorLine(u"This machine lacks the font "_s + OnOneLine(missing.join(u", ")) +
+                      u": another one stands in for it."_s);
   return RunPictureWork(
       global, stamp_text::kStamp, "Watermarked",
       [&](Session& session, const PictureRun& run) {
-        QStringList photos = PhotosOf(files);
-        photos.removeDuplicates();  // a second stamp would only be darker
-        return StampPhotos(run, photos, *objects, session.WorkSettings());
+        return StampPhotos(run, PhotosOf(files), *objects, session.WorkSettings());
       },
       console);
 }

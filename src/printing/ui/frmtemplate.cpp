@@ -426,11 +426,11 @@ bool frmtemplate::SettleChanges() {
   Track();
   const PrintTemplate now{design_.PaperSize().Sheet(), design_.Objects(), design_.Ids()};
   if (now.objects.IsEmpty() || now == saved_) return true;
-  if (MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNoNeeded) ==
-      Answer::No)
-    return true;
+  const Answer answer =
+      MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNoCancel);
+  if (answer == Answer::No) return true;
   // What can't be saved isn't given up.
-  return Save();
+  return answer == Answer::Yes && Save();
 }
 
 }  // namespace zqm

@@ -30,6 +30,8 @@ constexpr ButtonSet kButtonSets[] = {
     {Buttons::Ok, QMessageBox::Ok, QMessageBox::Ok},
     {Buttons::OkCancel, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel},
     {Buttons::YesNo, QMessageBox::Yes | QMessageBox::No, QMessageBox::No},
+    {Buttons::YesNoCancel, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+     QMessageBox::Cancel},
 };
 
 constexpr std::pair<int, Answer> kAnswers[] = {

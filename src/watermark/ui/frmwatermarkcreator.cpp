@@ -84,6 +84,9 @@ frmwatermarkcreator::frmwatermarkcreator(QString folder, const PictureSettings& 
   connect(text_, &TextLayerPanel::Altered, this, [this](const QString& what) {
     Guarded("frmwatermarkcreator", "AlterText", [&] { Altered(what); });
   });
+  // What is no number or color there has left the text as it was.
+  connect(text_, &TextLayerPanel::FieldLeft, this,
+          [this] { Guarded("frmwatermarkcreator", "GtTxtProp", [this] { ShowSelection(); }); });
   connect(transparency_, &QSlider::valueChanged, this, [this] {
     Guarded("frmwatermarkcreator", "Slider1_Change", [this] { Slider1_Change(); });
   });
@@ -93,10 +96,12 @@ frmwatermarkcreator::frmwatermarkcreator(QString folder, const PictureSettings& 
   // Sizing a text gives it another height.
   connect(surface_, &ImageX::OnObjectMoved, this, [this] {
     Guarded("frmwatermarkcreator", "ImageX1_OnObjectMoved", [this] {
-      Remember();
+      Remember(u"MOVE"_s);
       ShowSelection();
     });
   });
+  // Each drag is a step, the arrow keys in a row are one.
+  connect(surface_, &ImageX::OnMouseDown, this, [this] { history_.EndStep(); });
   connect(surface_, &ImageX::OnKeyPress, this, [this](int key) {
     if (key != Qt::Key_Delete) return;
     Guarded("frmwatermarkcreator", "Command4_Click", [this] { Command4_Click(); });
@@ -105,7 +110,6 @@ frmwatermarkcreator::frmwatermarkcreator(QString folder, const PictureSettings& 
   surface_->Assign(photo);
   history_.Begin(surface_->Objects());
   SetWorking(false);
-  save_->setEnabled(false);
   ResetText();
   ShowSelection();
   const QSize room = screen()->availableGeometry().size();
@@ -206,7 +210,6 @@ QLayout* frmwatermarkcreator::ComposeFoot() {
   // Enter belongs to the fields.
   save_->setDefault(false);
   save_->setAutoDefault(false);
-  save_->setToolTip(tr("A new template is saved under a name first"));
   foot->addWidget(save_);
   return foot;
 }
@@ -216,7 +219,6 @@ void frmwatermarkcreator::EditTemplate(const QString& name, const VectorObjects&
   surface_->SetObjects(objects);
   saved_ = surface_->Objects();
   history_.Begin(saved_);
-  save_->setEnabled(true);
   ShowSelection();
 }
 
@@ -394,6 +396,9 @@ void frmwatermarkcreator::ShowSelection() {
   undo_->setEnabled(history_.CanUndo());
   redo_->setEnabled(history_.CanRedo());
   transparency_->setEnabled(state.any);
+  save_->setEnabled(!name_.isEmpty());
+  save_->setToolTip(name_.isEmpty() ? tr("A new template is saved under a name first")
+                                    : tr("Save \"%1\" (Ctrl+S)").arg(name_));
   for (QPushButton* button : {sendBack_, bringFront_, deselectAll_, remove_})
     button->setEnabled(state.any);
   for (QPushButton* button : {selectAll_, removeAll_})
@@ -411,6 +416,7 @@ void frmwatermarkcreator::keyPressEvent(QKeyEvent* event) {
     QKeySequence::StandardKey key;
     std::function<void()> act;
   } commands[] = {{QKeySequence::Save, [this] { Save(); }},
+                  {QKeySequence::SelectAll, [this] { Command10_Click(); }},
                   {QKeySequence::Undo, [this] { Undo(); }},
                   {QKeySequence::Redo, [this] { Redo(); }}};
   for (const auto& [key, act] : commands)
@@ -451,7 +457,7 @@ bool frmwatermarkcreator::SaveAs() {
   if (dialog.SavedName().isEmpty()) return false;
   name_ = dialog.SavedName();
   saved_ = objects;
-  save_->setEnabled(true);
+  ShowSelection();
   Q_EMIT TemplateSaved(name_);
   MsgBox(QString::fromUtf16(template_text::kSaved), MessageKind::Information);
   return true;
@@ -475,11 +481,11 @@ void frmwatermarkcreator::reject() {
 bool frmwatermarkcreator::SettleChanges() {
   const VectorObjects& objects = surface_->Objects();
   if (objects.IsEmpty() || objects == saved_) return true;
-  if (MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNoNeeded) ==
-      Answer::No)
-    return true;
+  const Answer answer =
+      MsgBox(tr("Save changes to the template?"), MessageKind::Question, Buttons::YesNoCancel);
+  if (answer == Answer::No) return true;
   // What can't be saved isn't given up.
-  return Save();
+  return answer == Answer::Yes && Save();
 }
 
 }  // namespace zqm

@@ -14,6 +14,7 @@
 #include <algorithm>
 
 #include "imaging/template_files.h"
+#include "imaging/text_shape.h"
 #include "imaging/ui/image_multi_x.h"
 #include "imaging/ui/image_x.h"
 #include "shell/error.h"
@@ -360,6 +361,7 @@ void frmwatermarkimages::ShowEnd(const FailureList& failures) {
   photos_ = failed;
   thumbnailView_->BlockSelectionSignals(true);
   thumbnails_.DeleteImages(stamped);
+  thumbnailView_->clearSelection();
   thumbnailView_->BlockSelectionSignals(false);
   // It may show a photo as it was before its stamp.
   preview_->Clear();
@@ -386,16 +388,23 @@ void frmwatermarkimages::UpdateEnabled() {
     button->setEnabled(chosen);
   edit_->setEnabled(chosen && surface);
   create_->setEnabled(surface);
-  for (QPushButton* button : {create_, edit_})
-    button->setToolTip(surface ? QString() : tr("There is no photo to draw the template on"));
+  const QString noSurface = surface ? QString() : tr("Choose a photo to draw the template on");
+  const QString noChoice = chosen ? QString() : tr("Choose a template of the list");
+  create_->setToolTip(noSurface);
+  edit_->setToolTip(chosen ? noSurface : noChoice);
+  for (QPushButton* button : {remove_, apply_})
+    button->setToolTip(noChoice);
   if (!locked_) status_->setText(StatusText());
   stamp_->setEnabled(!locked_);
   cancel_->setEnabled(!locked_);
 }
 
 QString frmwatermarkimages::StatusText() const {
-  if (templates_->count() == 0) return tr("No templates yet: create one.");
-  return appliedName_.isEmpty() ? QString() : tr("Applied template: %1").arg(appliedName_);
+  if (applied_.IsEmpty())
+    return templates_->count() > 0 ? QString() : tr("No templates yet: create one.");
+  if (const QStringList missing = MissingFonts(applied_); !missing.isEmpty())
+    return tr("%1: this machine lacks the font %2").arg(appliedName_, missing.join(u", "));
+  return tr("\"%1\" will be painted into the photos themselves").arg(appliedName_);
 }
 
 void frmwatermarkimages::reject() {

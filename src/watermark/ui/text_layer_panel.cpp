@@ -101,6 +101,8 @@ void TextLayerPanel::ComposeLook(QGridLayout* grid) {
     ShowColour();
     Tell(text_part::kColor);
   });
+  for (QLineEdit* field : {size_, angle_, colour_})
+    connect(field, &QLineEdit::editingFinished, this, &TextLayerPanel::FieldLeft);
   swatch_ = new QPushButton;
   swatch_->setObjectName(u"Label11"_s);
   swatch_->setAccessibleName(tr("Pick a color"));

@@ -37,6 +37,8 @@ class TextLayerPanel : public QWidget {
  Q_SIGNALS:
   /// The user has changed a part, by its word.
   void Altered(const QString& what);
+  /// The user has left a field for a number or the color.
+  void FieldLeft();
 
  private:
   void ComposeText(QGridLayout* grid);

@@ -156,6 +156,8 @@ TEST_F(TemplateCreator, WhatIsTypedAndTickedIsOnTheSurfaceAtOnce) {
   Find<QLineEdit>(u"Text2")->clear();
   EXPECT_EQ(Key(id, u"TEXT"), QString());
   EXPECT_EQ(Key(id, u"FONTHEIGHT"), u"64"_s);
+  QTest::keyClick(Find<QLineEdit>(u"Text2"), Qt::Key_Return);
+  EXPECT_EQ(Find<QLineEdit>(u"Text2")->text(), u"64"_s) << "what the text has, once it is left";
 }
 
 TEST_F(TemplateCreator, ThePanelFollowsTheSelectionAndAltersNothingByIt) {
@@ -241,6 +243,21 @@ TEST_F(TemplateCreator, ChangesAreTakenBackAndMadeAgain) {
   EXPECT_EQ(Objects(), moved);
   NewImage();
   EXPECT_FALSE(Find<QPushButton>(u"cmdredo")->isEnabled());
+}
+
+TEST_F(TemplateCreator, ArrowKeysInARowAreOneStepAndADragIsAnother) {
+  const int text = NewText();
+  const VectorObjects before = Objects();
+  Surface().setFocus();
+  for (int i = 0; i < 120; ++i)
+    QTest::keyClick(&Surface(), Qt::Key_Right);
+  const VectorObjects shifted = Objects();
+  Drag(shifted.Find(text)->Outline().boundingRect().center(), {90, 50});
+  ASSERT_NE(Objects(), shifted);
+  Click(u"cmdundo");
+  EXPECT_EQ(Objects(), shifted);
+  Click(u"cmdundo");
+  EXPECT_EQ(Objects(), before);
 }
 
 TEST_F(TemplateCreator, NewLayersBeginOnASmallPhoto) {
@@ -387,6 +404,10 @@ TEST_F(TemplateCreator, ClosingAsksForWhatIsNotSaved) {
   Open();
   window_->EditTemplate(u"Mine"_s, {});
   NewText();
+  answer_ = Answer::Cancel;
+  window_->close();
+  EXPECT_TRUE(window_->isVisible());
+  messages_.clear();
   answer_ = Answer::Yes;
   window_->close();
   EXPECT_EQ(messages_,
