@@ -118,7 +118,8 @@ QListView, QTreeView, QTableView { background: @panel; border: 1px solid @line; 
   outline: none; alternate-background-color: #2e2e2e; }
 QListView, QTreeView { padding: 4px; }
 QListView:focus, QTreeView:focus { padding: 3px; }
-QListView[role="bare"], QTreeView[role="bare"] { border: none; border-radius: 0; padding: 0; }
+QListView[role="bare"], QTreeView[role="bare"], QTextEdit[role="bare"],
+QTextEdit[role="bare"]:focus { border: none; border-radius: 0; padding: 0; }
 QTableView::item { padding: 0 8px; }
 QListView[role="thumbnails"] { background: @ground; border: none; border-radius: 0; padding: 0; }
 QListView[role="bare"]:focus, QTreeView[role="bare"]:focus, QListView[role="thumbnails"]:focus {
