@@ -2,6 +2,7 @@
 // What the browser does for the commands over files: choosing their photos, following what they
 // did.
 #include <QBuffer>
+#include <new>
 
 #include "batch/delete_photos.h"
 #include "batch/external_editors.h"
@@ -27,7 +28,7 @@ constexpr char16_t kSettingWallpaper[] = u"Setting current photo as wallpaper. P
 constexpr char16_t kWallpaperSet[] = u"The selected photo has been set as your desktop wallpaper.";
 
 /// The picture as a Windows bitmap at `path`, in full size.
-Outcome WriteBitmap(const QString& photo, const QString& path, const ReadRequest& request) {
+Outcome WriteBitmap(const QString& photo, const QString& path, const ReadRequest& request) try {
   const auto shown = ReadViewPhoto(photo, QSize(), request);
   if (!shown) return Failure{shown.Reason()};
   if (shown->image.isNull()) return Failure{shown->reason};
@@ -36,6 +37,8 @@ Outcome WriteBitmap(const QString& photo, const QString& path, const ReadRequest
   if (!shown->image.convertToFormat(QImage::Format_RGB32).save(&bitmap, "BMP"))
     return Failure{u"The picture is too large for a bitmap."_s};
   return WriteFileAtomically(path, bitmap.data());
+} catch (const std::bad_alloc&) {
+  return Failure{u"Not enough memory"_s};
 }
 
 }  // namespace
