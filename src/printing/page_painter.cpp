@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
+#include <optional>
 
 #include "imaging/codec.h"
 #include "imaging/raster.h"
@@ -27,6 +28,8 @@ constexpr char16_t kNoMemory[] = u"Not enough memory";
 
 /// Of one photo on paper; posters stay within memory.
 constexpr double kMostPlacedPixels = 1 << 26;
+/// Of one page's photos for its further copies.
+constexpr qsizetype kMostKeptBytes = qsizetype{512} << 20;
 
 QSize PixelsAt(const QSizeF& sheetPixels, double dpi) {
   const double area = sheetPixels.width() * sheetPixels.height();
@@ -151,22 +154,45 @@ class Printing {
     const PagePhotos which =
         PhotosOnPage(page, static_cast<int>(job_.photos.size()), static_cast<int>(boxes_.size()));
     const QStringList photos = job_.photos.mid(which.from, which.Count());
-    const double dpi = device_.logicalDpiX();
-    const Page composed =
-        RunAside([&] { return ComposePage(boxes_, photos, dpi, job_.load); }, tell);
-    for (const FailureRow& row : composed.failures.rows)
-      result_.failures.Add(row.File, row.Reason);
+    std::vector<Kept> kept(std::min<std::size_t>(boxes_.size(), photos.size()));
+    keptBytes_ = 0;
     for (int copy = 0; copy < job_.copies; ++copy) {
+      tell();
       if ((page > 0 || copy > 0) && !device_.newPage()) return false;
-      PaintPage(painter, composed);
+      for (std::size_t i = 0; i < kept.size(); ++i)
+        PrintBox(painter, boxes_[i], photos[static_cast<qsizetype>(i)], kept[i], tell);
     }
     return true;
+  }
+
+  /// Of a photo for the copies behind the first.
+  struct Kept {
+    std::optional<PlacedPhoto> photo;
+    bool failed = false;
+  };
+
+  void PrintBox(QPainter& painter, const QRectF& box, const QString& path, Kept& kept,
+                const std::function<void()>& tell) {
+    if (kept.failed) return;
+    if (kept.photo) return painter.drawImage(kept.photo->place, kept.photo->pixels);
+    const double dpi = device_.logicalDpiX();
+    auto placed = RunAside([&] { return PlaceOnSheet(path, box, dpi, job_.load); }, tell);
+    if (!placed) {
+      kept.failed = true;
+      result_.failures.Add(path, placed.Reason());
+      return;
+    }
+    painter.drawImage(placed->place, placed->pixels);
+    if (job_.copies == 1 || keptBytes_ + placed->pixels.sizeInBytes() > kMostKeptBytes) return;
+    keptBytes_ += placed->pixels.sizeInBytes();
+    kept.photo = std::move(*placed);
   }
 
   const PrintJob& job_;
   QPagedPaintDevice& device_;
   const PrintObserver& observer_;
   std::vector<QRectF> boxes_;
+  qsizetype keptBytes_ = 0;
   PrintResult result_;
 };
 
@@ -181,23 +207,19 @@ Result<PlacedPhoto> PlaceOnSheet(const QString& path, const QRectF& box, double 
   }
 }
 
-Page ComposePage(std::span<const QRectF> boxes, const QStringList& photos, double dpi,
-                 const PictureSettings& load) {
-  Page page;
+std::vector<EmptyBox> PaintPage(QPainter& painter, std::span<const QRectF> boxes,
+                                const QStringList& photos, double dpi,
+                                const PictureSettings& load) {
+  std::vector<EmptyBox> empty;
   const std::size_t count = std::min<std::size_t>(boxes.size(), photos.size());
   for (std::size_t i = 0; i < count; ++i) {
     const QString& path = photos[static_cast<qsizetype>(i)];
-    if (auto placed = PlaceOnSheet(path, boxes[i], dpi, load))
-      page.photos.push_back(std::move(*placed));
+    if (const auto placed = PlaceOnSheet(path, boxes[i], dpi, load))
+      painter.drawImage(placed->place, placed->pixels);
     else
-      page.failures.Add(path, placed.Reason());
+      empty.push_back({boxes[i], {path, placed.Reason()}});
   }
-  return page;
-}
-
-void PaintPage(QPainter& painter, const Page& page) {
-  for (const PlacedPhoto& photo : page.photos)
-    painter.drawImage(photo.place, photo.pixels);
+  return empty;
 }
 
 Result<PrintResult> PrintPages(const PrintJob& job, QPagedPaintDevice& device,

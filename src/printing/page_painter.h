@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Photos onto paper. One page is in memory at a time, its photos as large as the device can show.
+// Photos onto paper, one after the other, each as large as the device can show.
 #pragma once
 
 #include <QImage>
@@ -31,16 +31,15 @@ Result<PlacedPhoto> PlaceOnSheet(const QString& path, const QRectF& box, double 
 /// More can't be seen on paper, but fills the memory.
 inline constexpr double kMostPhotoDpi = 600;
 
-/// The photos of one page, in the order of the boxes.
-struct Page {
-  std::vector<PlacedPhoto> photos;
-  FailureList failures;  ///< their boxes stay empty
+/// A box whose photo can't be printed.
+struct EmptyBox {
+  QRectF box;  ///< pixels of the sheet
+  FailureRow why;
 };
-Page ComposePage(std::span<const QRectF> boxes, const QStringList& photos, double dpi,
-                 const PictureSettings& load);
-
-/// Paints a page's photos. The painter's coordinates are pixels of the sheet.
-void PaintPage(QPainter& painter, const Page& page);
+/// Paints a page's photos in the order of the boxes, one in memory at a time; gives the boxes that
+/// stayed empty. The painter's coordinates are pixels of the sheet.
+std::vector<EmptyBox> PaintPage(QPainter& painter, std::span<const QRectF> boxes,
+                                const QStringList& photos, double dpi, const PictureSettings& load);
 
 /// What is printed.
 struct PrintJob {
@@ -55,11 +54,12 @@ struct PrintResult {
   FailureList failures;  ///< photos whose boxes stayed empty
 };
 
-/// Runs before each page, from 0, and while one is made; takes no input.
+/// Runs before each page, from 0, while one is made, and before each of its copies; takes no input.
 using PrintObserver = std::function<void(int page, int pages)>;
 
 /// Prints all pages at true size from the paper's upper left corner, whatever margins the device
-/// asks for. A failure says why the device took no more.
+/// asks for. A failure says why the device took no more. What further copies need again is kept up
+/// to half a gigabyte, the rest is read for each.
 Result<PrintResult> PrintPages(const PrintJob& job, QPagedPaintDevice& device,
                                const PrintObserver& observer);
 

@@ -122,4 +122,12 @@ Result<int> CopiesOf(const QString& text) {
   return static_cast<int>(*number);
 }
 
+int SteppedCopies(const QString& text, int by) {
+  constexpr int kMost = 9999;
+  const auto copies = CopiesOf(text);
+  if (!copies) return 1;
+  const bool mayStep = by < 0 ? *copies > 1 : *copies < kMost;
+  return mayStep ? *copies + by : *copies;
+}
+
 }  // namespace zqm

@@ -66,5 +66,8 @@ bool AdjustPreview(const QSize& sheet, Orientation printer);
 /// How often each photo is printed, from a typed text; or the message why that is no number of
 /// copies.
 Result<int> CopiesOf(const QString& text);
+/// The number after a click on an arrow, `by` 1 or -1: 1 for a text that is no number of copies.
+/// The arrows go up to 9,999 and leave a larger number that was typed.
+int SteppedCopies(const QString& text, int by);
 
 }  // namespace zqm

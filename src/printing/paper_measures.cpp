@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "printing/paper_measures.h"
 
+#include <QLocale>
 #include <QRectF>
+#include <QRegularExpression>
 #include <cmath>
 
 #include "printing/print_template.h"
@@ -49,6 +51,12 @@ Outcome CheckLimits(const Paper& paper, Unit unit) {
   if (paper.height.In(unit) < limit.height) return Failure{QString::fromUtf16(limit.low)};
   return {};
 }
+
+struct NamedPaper {
+  QStringView name;
+  QSizeF millimetres;
+};
+constexpr NamedPaper kPapers[] = {{u"A4", {210, 297}}, {u"Letter", {215.9, 279.4}}};
 
 }  // namespace
 
@@ -101,14 +109,26 @@ std::array<QString, 2> LimitLabels(Unit unit) {
           u"Minimum Height = %1 %2"_s.arg(PlainText(limit.height), UnitWord(unit))};
 }
 
-Result<Paper> SetPaper(const QString& width, const QString& height, Unit unit) {
+Result<Paper> SetPaper(const QString& width, const QString& height, Unit unit, const Paper& exact) {
   Paper paper;
   if (!paper.width.Type(width, unit) || IsTooLong(paper.width))
     return Failure{QString::fromUtf16(print_text::kInvalidWidth)};
   if (!paper.height.Type(height, unit) || IsTooLong(paper.height))
     return Failure{QString::fromUtf16(print_text::kInvalidHeight)};
   if (const Outcome fits = CheckLimits(paper, unit); !fits) return Failure{fits.Reason()};
+  if (width == exact.width.Text(unit)) paper.width = exact.width;
+  if (height == exact.height.Text(unit)) paper.height = exact.height;
   return paper;
+}
+
+std::optional<QSizeF> PaperNamed(const QString& text) {
+  for (const NamedPaper& paper : kPapers)
+    if (paper.name.compare(text, Qt::CaseInsensitive) == 0) return paper.millimetres;
+  static const QRegularExpression kSize(uR"(^(\d{1,4}(?:\.\d+)?)x(\d{1,4}(?:\.\d+)?)mm$)"_s,
+                                        QRegularExpression::CaseInsensitiveOption);
+  const auto match = kSize.match(QString(text).replace(QLocale().decimalPoint(), u"."_s));
+  const QSizeF size(match.captured(1).toDouble(), match.captured(2).toDouble());
+  return match.hasMatch() && !size.isEmpty() ? std::optional(size) : std::nullopt;
 }
 
 }  // namespace zqm

@@ -6,6 +6,7 @@
 #include <QSizeF>
 #include <QString>
 #include <array>
+#include <optional>
 
 #include "shell/result.h"
 
@@ -66,7 +67,12 @@ QString PaperLabel(const Paper& paper, Unit unit);
 std::array<QString, 2> LimitLabels(Unit unit);
 
 /// The paper that two typed texts make, or the message why they make none. Sides of more than
-/// `kMostSheetSide` pixels are invalid too.
-Result<Paper> SetPaper(const QString& width, const QString& height, Unit unit);
+/// `kMostSheetSide` pixels are invalid too. A text that shows a measure of `exact`, rounded, means
+/// that measure.
+Result<Paper> SetPaper(const QString& width, const QString& height, Unit unit,
+                       const Paper& exact = {{}, {}});
+
+/// "A4", "Letter" or "200x250mm" with the point or the user's separator; millimetres as it says.
+std::optional<QSizeF> PaperNamed(const QString& text);
 
 }  // namespace zqm

@@ -5,8 +5,10 @@
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QSaveFile>
+#include <algorithm>
 
 #include "shell/files.h"
+#include "shell/platform.h"
 
 using namespace Qt::StringLiterals;
 
@@ -43,6 +45,18 @@ class WholeFile : public QSaveFile {
 };
 
 }  // namespace
+
+Outcome CheckPdfTarget(const QString& path, const QStringList& photos) {
+  if (FolderExists(path)) return Failure{path + u" is a folder"_s};
+  if (!FileExists(path)) return {};
+  QFile file(path);
+  const bool isPdf = file.open(QFile::ReadOnly) && file.read(5) == "%PDF-";
+  const bool isPhoto = std::ranges::any_of(
+      photos, [&](const QString& photo) { return platform::SameFile(photo, path); });
+  if (!isPdf || isPhoto) return Failure{path + u" exists and is no PDF file"_s};
+  if (ReadOnlyFile(path)) return Failure{path + u": "_s + QString::fromUtf16(kReasonPermission)};
+  return {};
+}
 
 Result<PrintResult> PrintPdf(const PrintJob& job, const QSizeF& paper, const QString& path,
                              const PrintObserver& observer) {

@@ -72,8 +72,10 @@ std::vector<QRectF> BoxesOf(const PrintTemplate& layout) {
   };
   for (const int id : layout.ids)
     take(layout.objects.Find(id));
-  for (const VectorObject& object : layout.objects.All())
-    take(&object);
+  std::vector<int> others = layout.objects.Ids();
+  std::ranges::sort(others);
+  for (const int id : others)
+    take(layout.objects.Find(id));
   return boxes;
 }
 
@@ -87,9 +89,12 @@ QString TemplateRecordFile(const QString& folder, const QString& name) {
 
 QStringList PrintTemplatesName(const QString& folder) {
   QStringList names;
-  for (const QString& file : QDir(folder).entryList(QDir::Files, QDir::Name | QDir::IgnoreCase)) {
+  // A name may begin with a point.
+  for (const QString& file :
+       QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name | QDir::IgnoreCase)) {
     const QString name = GetBaseName(file);
-    if (!names.contains(name) && !IsPictureFile(PathIn(folder, file))) names.append(name);
+    if (!name.isEmpty() && !names.contains(name) && !IsPictureFile(PathIn(folder, file)))
+      names.append(name);
   }
   return names;
 }

@@ -29,7 +29,7 @@ struct PrintTemplate {
 };
 
 /// The picture boxes, sheet pixels, in the order in which photos are put into them: as the record
-/// has them, those that found no room there behind the others.
+/// has them, those that found no room there behind the others as they were made.
 std::vector<QRectF> BoxesOf(const PrintTemplate& layout);
 
 /// The two files of a template.

@@ -44,8 +44,9 @@ constexpr ExactGrid kExactGrids[] = {
 
 /// 10 mm.
 constexpr double kMargin = 40;
-/// Photos are no squares: where the sheet would make squares, boxes are less high.
-constexpr double kLeastAspect = 4.0 / 3;
+/// Photos are no squares: where the sheet would make boxes that come near to one, they are less
+/// high. What is longer than that in either direction fills its cell.
+constexpr double kSquarish = 1.25, kPhotoAspect = 4.0 / 3;
 
 /// Boxes of one size in rows, a cell for each, in the middle of the sheet.
 PrintTemplate Rows(const QSize& sheet, int columns, int rows, const QSizeF& cell, double gap,
@@ -69,8 +70,8 @@ PrintTemplate Rows(const QSize& sheet, int columns, int rows, const QSizeF& cell
 
 QSizeF BoxIn(const QSizeF& cell) {
   const double aspect = cell.width() / cell.height();
-  if (aspect >= kLeastAspect || aspect <= 1 / kLeastAspect) return cell;
-  return {cell.width(), cell.width() / kLeastAspect};
+  if (aspect >= kSquarish || aspect <= 1 / kSquarish) return cell;
+  return {cell.width(), cell.width() / kPhotoAspect};
 }
 
 StandardTemplate OnSheet(const Grid& grid, const SheetKind& sheet) {

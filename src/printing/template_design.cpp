@@ -29,8 +29,9 @@ QString TemplateDesign::CountCaption() const {
   return u"No of picture box : %1"_s.arg(ids_.size());
 }
 
-Outcome TemplateDesign::ChangePaper(const QString& width, const QString& height) {
-  auto paper = SetPaper(width, height, unit_);
+Outcome TemplateDesign::ChangePaper(const QString& width, const QString& height,
+                                    const Paper& exact) {
+  auto paper = SetPaper(width, height, unit_, exact);
   if (!paper) return Failure{paper.Reason()};
   paper_ = *paper;
   return {};

@@ -30,8 +30,8 @@ class TemplateDesign {
   /// "No of picture box : 3".
   QString CountCaption() const;
 
-  /// Boxes keep their pixels. Messages as those of `SetPaper`.
-  Outcome ChangePaper(const QString& width, const QString& height);
+  /// Boxes keep their pixels. Messages and `exact` as those of `SetPaper`.
+  Outcome ChangePaper(const QString& width, const QString& height, const Paper& exact = {{}, {}});
 
   /// A new box, selected alone.
   int Add(const QColor& colour);

@@ -130,7 +130,8 @@ TEST(PagePainter, PagesAndTheirCopiesFollowOneAnother) {
   }
   EXPECT_EQ(told, (std::vector{0, 1}));
   EXPECT_EQ(PagesIn(out.data()), 6);
-  QBuffer closed;  // takes nothing
+  EXPECT_EQ(out.data().count("/Subtype /Image"), 4);  // copies share theirs
+  QBuffer closed;                                     // takes nothing
   QPdfWriter refused(&closed);
   job.photos.clear();
   EXPECT_FALSE(PrintPages(job, refused, {}));
@@ -140,19 +141,22 @@ TEST(PagePainter, PageIsAtTrueSizeFromTheUpperLeft) {
   const test::Scratch scratch;
   const QString photo = TwoColours(scratch, "photo.png", {400, 400});
   const auto boxes = BoxesOf(FourBoxes());
-  const Page page = ComposePage(boxes, {photo, photo, photo}, 200, {});
+  const QString gone = scratch.Path("gone.png");
   QImage paper(600, 1000, QImage::Format_RGB32);
   paper.fill(Qt::white);
   QPainter painter(&paper);
   painter.scale(2, 2);
-  PaintPage(painter, page);
+  const auto empty = PaintPage(painter, boxes, {photo, gone, photo}, 200, {});
   painter.end();
+  ASSERT_EQ(empty.size(), 1u);
+  EXPECT_EQ(empty[0].why.File, gone);
+  EXPECT_TRUE(empty[0].box == boxes[1]);
   EXPECT_EQ(paper.pixelColor(39, 70).name().toStdString(), kWhite);
   EXPECT_EQ(paper.pixelColor(41, 70).name().toStdString(), kRed);
   EXPECT_EQ(paper.pixelColor(238, 258).name().toStdString(), kBlue);
   EXPECT_EQ(paper.pixelColor(241, 258).name().toStdString(), kWhite);
   EXPECT_EQ(paper.pixelColor(41, 538).name().toStdString(), kBlue);    // the third
-  EXPECT_EQ(paper.pixelColor(330, 500).name().toStdString(), kWhite);  // the empty fourth
+  EXPECT_EQ(paper.pixelColor(330, 500).name().toStdString(), kWhite);  // the fourth has none
 }
 
 }  // namespace

@@ -109,6 +109,22 @@ TEST(PagePlan, ThePreviewTurnsWhatLiesTheOtherWay) {
   EXPECT_FALSE(AdjustPreview(square, Orientation::Landscape));
 }
 
+TEST(PagePlan, ArrowsNeverLeadFarFromWhatWasTyped) {
+  struct Case {
+    const char16_t* text;
+    int less, more;
+  };
+  const Case cases[] = {{u"1", 1, 2},
+                        {u"9999", 9998, 9999},
+                        {u"20000", 19999, 20000},
+                        {u"2147483647", 2147483646, 2147483647},
+                        {u"many", 1, 1}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(SteppedCopies(QString::fromUtf16(c.text), -1), c.less) << &c - cases;
+    EXPECT_EQ(SteppedCopies(QString::fromUtf16(c.text), 1), c.more) << &c - cases;
+  }
+}
+
 TEST(PagePlan, CopiesAreWholeAndAtLeastOne) {
   for (const char* name : {"en_US", "de_DE"}) {
     const test::ScopedLocale locale(name);

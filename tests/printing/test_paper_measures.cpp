@@ -83,7 +83,25 @@ TEST(PaperMeasures, PaperIsCheckedInOrder) {
   EXPECT_EQ(PaperLabel(*SetPaper(u"8,504"_s, u"11"_s, kInches), kInches),
             u"Current paper size : 8,5 x 11 in.");
   EXPECT_TRUE(Paper().Sheet() == QSize(826, 1169));
+  EXPECT_TRUE(PaperNamed(u"210,82x280MM"_s) == QSizeF(210.82, 280));
   EXPECT_EQ(PaperLabel(Paper(), kMm), u"Current paper size : 210 x 297 mm");
+}
+
+TEST(PaperMeasures, WhatIsShownRoundedIsTakenExactly) {
+  const Paper saved = PaperOfSheet({826, 1169});
+  EXPECT_TRUE(SetPaper(u"8.27"_s, u"11.69"_s, kInches, Paper())->Sheet() == QSize(826, 1169));
+  EXPECT_TRUE(SetPaper(u"209.8"_s, u"296.93"_s, kMm, saved)->Sheet() == QSize(826, 1169));
+  EXPECT_TRUE(SetPaper(u"209.8"_s, u"200"_s, kMm, saved)->Sheet() == QSize(826, 787));
+  const Paper least = *SetPaper(u"3"_s, u"5"_s, kInches);
+  EXPECT_TRUE(SetPaper(u"76.2"_s, u"127"_s, kMm, least)->Sheet() == QSize(300, 500));
+  EXPECT_EQ(SetPaper(u"0"_s, u"5"_s, kInches).Reason(), u"Invalid paper width.");
+}
+
+TEST(PaperMeasures, PaperIsNamedOrMeasured) {
+  EXPECT_TRUE(PaperNamed(u"letter"_s) == QSizeF(215.9, 279.4));
+  EXPECT_TRUE(PaperNamed(u"210.82x280mm"_s) == QSizeF(210.82, 280));
+  for (const QString& text : {u""_s, u"A9"_s, u"0x280mm"_s, u"210x280"_s, u"210,5x280mm"_s})
+    EXPECT_FALSE(PaperNamed(text)) << text.toStdString();
 }
 
 /// A list of one box, in millimetres.

@@ -46,15 +46,19 @@ TEST(PrintTemplates, ComeBackWithTheirBoxesInOrder) {
   for (int i = 0; i < 3; ++i)
     EXPECT_EQ(boxes[static_cast<std::size_t>(i)].left(), i);
   scratch.Write("half.iev", "x");
+  scratch.Write(".txt", "no name");
+  ASSERT_TRUE(SaveTemplate(folder, u".4x6"_s, layout));
   scratch.Write("photo.txt", test::SampleJpeg(8, 8));
-  EXPECT_EQ(PrintTemplatesName(folder), (QStringList{name, u"half"_s}));
-  ASSERT_TRUE(RemoveTemplate(folder, name));
-  EXPECT_EQ(scratch.Names(), (QStringList{u"half.iev"_s, u"photo.txt"_s}));
+  EXPECT_EQ(PrintTemplatesName(folder), (QStringList{u".4x6"_s, name, u"half"_s}));
+  ASSERT_TRUE(RemoveTemplate(folder, name) && RemoveTemplate(folder, u".4x6"_s));
+  EXPECT_EQ(scratch.Names(), (QStringList{u".txt"_s, u"half.iev"_s, u"photo.txt"_s}));
 }
 
 TEST(PrintTemplates, MoreBoxesThanTheRecordHoldsAreAllThere) {
   const test::Scratch scratch;
-  ASSERT_TRUE(SaveTemplate(scratch.Path(), u"many"_s, Boxes(300)));
+  PrintTemplate layout = Boxes(300);
+  layout.objects.SendToBack(300);  // what lies in front is another matter
+  ASSERT_TRUE(SaveTemplate(scratch.Path(), u"many"_s, layout));
   EXPECT_EQ(QFileInfo(scratch.Path("many.txt")).size(), 1008);
   const auto loaded = LoadTemplate(scratch.Path(), u"many"_s);
   ASSERT_TRUE(loaded);
@@ -113,7 +117,7 @@ TEST(PrintTemplates, AHalfWrittenPairLeavesTheOldOne) {
   EXPECT_FALSE(QFile::exists(scratch.Path("new.iev")));
 }
 
-TEST(StandardTemplates, LieOnTheirPaperWithoutTouching) {
+TEST(StandardTemplates, FillTheirPaperWithoutTouching) {
   QStringList names;
   for (const StandardTemplate& standard : StandardTemplates()) {
     EXPECT_FALSE(names.contains(standard.name));
@@ -125,6 +129,14 @@ TEST(StandardTemplates, LieOnTheirPaperWithoutTouching) {
     for (std::size_t i = 0; i < boxes.size(); ++i)
       for (std::size_t k = 0; k < i; ++k)
         EXPECT_FALSE(boxes[i].intersects(boxes[k])) << standard.name.toStdString();
+    double covered = 0;
+    for (const QRectF& box : boxes)
+      covered += box.width() * box.height();
+    const QSize sheet = standard.layout.sheet;
+    const double least = standard.name.startsWith(u"Full page"_s)  ? 0.8
+                         : standard.name.startsWith(u"Passport"_s) ? 0.2
+                                                                   : 0.5;
+    EXPECT_GT(covered, least * sheet.width() * sheet.height()) << standard.name.toStdString();
   }
   EXPECT_EQ(names.size(), 14);
 }

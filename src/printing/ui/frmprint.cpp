@@ -3,6 +3,7 @@
 
 #include <QCloseEvent>
 #include <QDialogButtonBox>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -38,7 +39,7 @@ constexpr QSize kSize{980, 720};
 constexpr int kTemplatesWidth = 280;
 constexpr int kTurnerWidth = 56;
 constexpr QSize kIcon{48, 64};
-constexpr int kMostCopies = 999;  // that the arrows reach
+constexpr int kMostDialogCopies = 999;  // that the printer's dialog shows
 
 /// Asks for printer, paper and file. Nothing is printed by it.
 bool AskForPrinter(QPrinter& printer, QWidget* parent) {
@@ -104,11 +105,11 @@ frmprint::frmprint(QStringList photos, const PictureSettings& load, const Sessio
   look::SetSpace(columns, 0, look::kSpace16);
   columns->addLayout(left);
   columns->addLayout(right, 1);
-  progress_ = new RunProgress("Label1");
+  auto* run = ComposeRun();
   auto* all = new QVBoxLayout(this);
   look::SetSpace(all, look::kSpace16, look::kSpace16);
   all->addWidget(controls_, 1);
-  all->addWidget(progress_);
+  all->addLayout(run);
   ComposeFoot(all);
   resize(kSize.boundedTo(screen()->availableSize() * 9 / 10));
   FillTemplates();
@@ -203,6 +204,30 @@ void frmprint::ComposePages(QBoxLayout* column) {
   column->addLayout(turners);
 }
 
+/// What runs, and between runs where the last one went. The page above keeps its height.
+QLayout* frmprint::ComposeRun() {
+  progress_ = new RunProgress("Label1");
+  QSizePolicy policy = progress_->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  progress_->setSizePolicy(policy);
+  target_ = look::Hint(QString());
+  target_->setObjectName(u"lbltarget"_s);
+  target_->setTextFormat(Qt::PlainText);
+  target_->setWordWrap(false);
+  target_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  auto* run = new QGridLayout;
+  look::SetSpace(run, 0, 0);
+  run->addWidget(progress_, 0, 0);
+  run->addWidget(target_, 0, 0);
+  return run;
+}
+
+void frmprint::ShowTarget(const QString& path) {
+  const QString text = path.isEmpty() ? QString() : tr("Printed into %1").arg(path);
+  target_->setText(target_->fontMetrics().elidedText(text, Qt::ElideMiddle, target_->width()));
+  target_->setToolTip(path);
+}
+
 void frmprint::ComposeFoot(QBoxLayout* column) {
   auto* foot = new QHBoxLayout;
   look::SetSpace(foot, 0, look::kSpace8);
@@ -216,10 +241,8 @@ void frmprint::ComposeFoot(QBoxLayout* column) {
   for (const int by : {-1, 1}) {
     QToolButton* step = look::IconButton(by < 0 ? "list-remove" : "list-add",
                                          by < 0 ? tr("One copy less") : tr("One copy more"));
-    connect(step, &QToolButton::clicked, this, [this, by] {
-      const auto copies = CopiesOf(copies_->text());
-      copies_->setText(QString::number(std::clamp(copies ? *copies + by : 1, 1, kMostCopies)));
-    });
+    connect(step, &QToolButton::clicked, this,
+            [this, by] { copies_->setText(QString::number(SteppedCopies(copies_->text(), by))); });
     foot->addWidget(step);
   }
   foot->addStretch(1);
@@ -231,6 +254,9 @@ void frmprint::ComposeFoot(QBoxLayout* column) {
   foot->addWidget(close);
   print_ = AddButton(foot, tr("&Print"), "Command12", &frmprint::Command12_Click);
   look::MakePrimary(print_);
+  // Enter applies the template that is selected, and nothing prints by it.
+  print_->setDefault(false);
+  print_->setAutoDefault(false);
   auto* holder = new QWidget;
   foot->setContentsMargins(0, 0, 0, 0);
   holder->setLayout(foot);
@@ -301,12 +327,14 @@ void frmprint::Command4_Click() {
   if (name.isEmpty() || MsgBox(u"Delete the selected template?"_s, MessageKind::Question,
                                Buttons::YesNo) != Answer::Yes)
     return;
-  if (const Outcome removed = RemoveTemplate(folder_, name); !removed) {
+  const Outcome removed = RemoveTemplate(folder_, name);
+  // Half of it may have gone.
+  FillTemplates();
+  ShowState();
+  if (!removed) {
     MsgBox(removed.Reason(), MessageKind::Warning);
     return;
   }
-  FillTemplates();
-  ShowState();
   MsgBox(u"The selected template has been deleted."_s);
 }
 
@@ -379,21 +407,24 @@ bool frmprint::PageFits() {
 }
 
 void frmprint::Command2_Click() {
-  if (!printerDialog_(*printer_, this)) return;
-  printer_->setFullPage(true);
-  // Copies are this window's: the dialog's would multiply them.
+  const auto copies = CopiesOf(copies_->text());
+  const int shown = std::min(copies ? *copies : 1, kMostDialogCopies);
+  printer_->setCopyCount(shown);
+  const bool chosen = printerDialog_(*printer_, this);
+  // Copies are made here: the printer's would multiply them.
+  const int wanted = printer_->copyCount();
   printer_->setCopyCount(1);
+  if (!chosen) return;
+  if (wanted != shown) copies_->setText(QString::number(wanted));
+  printer_->setFullPage(true);
   pdfPath_ =
       printer_->outputFormat() == QPrinter::PdfFormat ? printer_->outputFileName() : QString();
-  if (pages_ > 0 && !PageFits()) {
-    // Nothing that doesn't fit can be printed.
-    List1_Click();
-  } else if (pages_ > 0) {
-    ShowPage(page_);
-  } else if (layout_) {
-    ShowSheet(SheetPicture(*layout_, PreviewDpi(layout_->sheet)));
-  }
   ShowState();
+  if (pages_ > 0)
+    ShowPage(page_);
+  else if (layout_)
+    ShowSheet(SheetPicture(*layout_, PreviewDpi(layout_->sheet)));
+  if (layout_) PageFits();
 }
 
 // Pages.
@@ -411,9 +442,8 @@ void frmprint::ImagePreview() {
   const PagePhotos which =
       PhotosOnPage(page_, static_cast<int>(photos_.size()), static_cast<int>(boxes_.size()));
   const QStringList photos = photos_.mid(which.from, which.Count());
-  const double dpi = PreviewDpi(layout_->sheet);
-  const QImage sheet = RunAside([photos, dpi, boxes = boxes_, size = layout_->sheet, load = load_] {
-    return SheetPicture(size, ComposePage(boxes, photos, dpi, load), dpi);
+  const QImage sheet = RunAside([photos, boxes = boxes_, size = layout_->sheet, load = load_] {
+    return SheetPicture(size, boxes, photos, PreviewDpi(size), load);
   });
   progress_->End();
   SetRunning(false);
@@ -465,22 +495,41 @@ void frmprint::Command12_Click() {
     copies_->selectAll();
     return;
   }
+  if (!PageFits() || (PrintsToFile() && !ChooseFile())) return;
   PrintTemplate(*copies);
 }
 
-void frmprint::PrintTemplate(int copies) {
-  // A file is named for each time, so that none is printed over another.
-  const bool toFile = printer_->outputFormat() == QPrinter::PdfFormat;
-  if (toFile && pdfPath_.isEmpty())
+bool frmprint::PrintsToFile() const {
+  return printer_->outputFormat() == QPrinter::PdfFormat;
+}
+
+bool frmprint::ChooseFile() {
+  // Named for each time, so that none is printed over another. The printer's dialog has asked
+  // whether to replace its file.
+  const bool asked = !pdfPath_.isEmpty();
+  if (!asked)
     pdfPath_ = Pick(
         {PickRequest::What::SaveFile, tr("Print to File"), u"print.pdf"_s, {u"PDF (*.pdf)"_s}});
-  if (toFile && pdfPath_.isEmpty()) return;
+  if (pdfPath_.isEmpty()) return false;
+  const Outcome free = CheckPdfTarget(pdfPath_, photos_);
+  if (!free) MsgBox(free.Reason() + u'.', MessageKind::Warning);
+  const bool mayWrite =
+      free && (asked || !FileExists(pdfPath_) ||
+               MsgBox(pdfPath_ + u" already exists.\nDo you want to replace it?"_s,
+                      MessageKind::Question, Buttons::YesNo) == Answer::Yes);
+  if (!mayWrite) pdfPath_.clear();
+  return mayWrite;
+}
+
+void frmprint::PrintTemplate(int copies) {
+  const QString path = pdfPath_;
+  ShowTarget({});
   SetRunning(true);
   progress_->Begin(QString::fromUtf16(print_text::kPreparing));
   const auto printed = PrintTo({*layout_, photos_, copies, load_});
   progress_->End();
   SetRunning(false);
-  ShowPage(0);
+  if (printed && printed->pages > 0) ShowTarget(path);
   if (!printed)
     MsgBox(u"The pictures could not be printed: %1."_s.arg(printed.Reason()), MessageKind::Warning);
   else if (!printed->failures.Empty())
@@ -494,9 +543,13 @@ Result<PrintResult> frmprint::PrintTo(const PrintJob& job) {
     progress_->Show(page, pages, u"Printing "_s + PageCaption(page, pages));
   };
   Result<PrintResult> printed =
-      printer_->outputFormat() == QPrinter::PdfFormat
+      PrintsToFile()
           ? PrintPdf(job, PageMillimetres(), std::exchange(pdfPath_, QString()), observer)
           : PrintPages(job, *printer_, observer);
+  // As far as the printer tells: a queue takes a job and fails later, on its own.
+  const QPrinter::PrinterState state = printer_->printerState();
+  if (printed && !PrintsToFile() && (state == QPrinter::Error || state == QPrinter::Aborted))
+    return Failure{u"the printer refused the pages"_s};
   if (printed) printed->failures.label = u"The following images could not be printed:"_s;
   return printed;
 }
@@ -504,6 +557,7 @@ Result<PrintResult> frmprint::PrintTo(const PrintJob& job) {
 void frmprint::SetRunning(bool running) {
   running_ = running;
   controls_->setEnabled(!running);
+  target_->setVisible(!running);
   findChild<QWidget*>(u"foot"_s)->setEnabled(!running);
 }
 

@@ -12,6 +12,7 @@
 
 class QBoxLayout;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QListWidget;
 class QPageLayout;
@@ -44,6 +45,7 @@ class frmprint : public QDialog {
  private:
   void ComposeTemplates(QBoxLayout* column);
   void ComposePages(QBoxLayout* column);
+  QLayout* ComposeRun();
   void ComposeFoot(QBoxLayout* column);
   QPushButton* AddButton(QBoxLayout* row, const QString& caption, const char* name,
                          void (frmprint::*clicked)());
@@ -62,6 +64,9 @@ class frmprint : public QDialog {
   void Command4_Click();  // Remove
   void Command2_Click();  // Printer Setup
   void Command12_Click();
+  bool PrintsToFile() const;
+  /// Whether a file may be printed into; asks for its name and before another is replaced.
+  bool ChooseFile();
   void PrintTemplate(int copies);
   Result<PrintResult> PrintTo(const PrintJob& job);
 
@@ -74,6 +79,8 @@ class frmprint : public QDialog {
   void ShowSheet(const QImage& sheet);
   void ResetEverything();
   void ShowState();
+  /// The file that was printed into; none between.
+  void ShowTarget(const QString& path);
   void SetRunning(bool running);
 
   QStringList photos_;
@@ -96,6 +103,7 @@ class frmprint : public QDialog {
   QLabel* paper_ = nullptr;
   QLineEdit* copies_ = nullptr;
   RunProgress* progress_ = nullptr;
+  QLabel* target_ = nullptr;
   QPushButton* apply_ = nullptr;
   QPushButton* edit_ = nullptr;
   QPushButton* remove_ = nullptr;

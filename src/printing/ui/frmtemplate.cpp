@@ -208,7 +208,8 @@ void frmtemplate::Connect() {
     Guarded("frmtemplate", "Command4_Click", [this] { Command4_Click(); });
   });
   connect(paper_, &PaperPanel::UnitChosen, this, &frmtemplate::Option_Click);
-  connect(paper_, &PaperPanel::SetPaperAsked, this, &frmtemplate::Command1_Click);
+  connect(paper_, &PaperPanel::SetPaperAsked, this,
+          guarded("Command1_Click", &frmtemplate::Command1_Click));
   connect(box_, &BoxPanel::Typed, this, &frmtemplate::Type);
   connect(box_, &BoxPanel::Left, this, [this] { box_->ShowBox(design_); });
 }
@@ -224,15 +225,21 @@ void frmtemplate::EditTemplate(const QString& name, const PrintTemplate& layout)
 
 // Paper.
 
-void frmtemplate::Command1_Click(const QString& width, const QString& height) {
-  if (const Outcome changed = design_.ChangePaper(width, height); !changed) {
+void frmtemplate::Command1_Click() {
+  TakePaper();
+}
+
+bool frmtemplate::TakePaper() {
+  const auto [width, height, exact] = paper_->AsTyped();
+  if (const Outcome changed = design_.ChangePaper(width, height, exact); !changed) {
     MsgBox(changed.Reason(), MessageKind::Warning);
-    return;
+    return false;
   }
   SetWorking(true, QString::fromUtf16(print_text::kAdjustingPaper));
   ShowSheet();
   SetWorking(false);
   paper_->ShowCurrent(design_.PaperSize());
+  return true;
 }
 
 void frmtemplate::Option_Click(Unit unit) {
@@ -366,6 +373,9 @@ void frmtemplate::keyPressEvent(QKeyEvent* event) {
 
 std::optional<PrintTemplate> frmtemplate::Checked() {
   Track();
+  // A paper that was typed and not set is meant as well.
+  if (!design_.Objects().IsEmpty() && !paper_->Shows(design_.PaperSize()) && !TakePaper())
+    return std::nullopt;
   const auto layout = design_.Checked();
   if (layout) return *layout;
   MsgBox(layout.Reason(),

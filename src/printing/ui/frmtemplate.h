@@ -46,7 +46,7 @@ class frmtemplate : public QDialog {
   QPushButton* AddButton(const QString& caption, const char* name, Handler handler);
   void Connect();
 
-  void Command1_Click(const QString& width, const QString& height);
+  void Command1_Click();  // Set Paper
   void Command2_Click();  // Add
   void Command3_Click();  // Remove All
   void Command4_Click();  // Remove
@@ -71,6 +71,8 @@ class frmtemplate : public QDialog {
   void ShowState();
   void SetWorking(bool working, const QString& text = {});
 
+  /// The paper as it is typed; false after the user was told why it can't be.
+  bool TakePaper();
   /// What can be saved, or nothing after the user was told why.
   std::optional<PrintTemplate> Checked();
   bool Save();

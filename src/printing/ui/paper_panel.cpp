@@ -73,24 +73,20 @@ void PaperPanel::ComposePaper(QGridLayout* grid) {
     row->field->setValidator(DigitsOnly(row->field));
     connect(row->field, &QLineEdit::textChanged, this,
             [this, row, measure] { Text_Change(*row, *measure); });
-    connect(row->field, &QLineEdit::returnPressed, this,
-            [this] { Guarded("frmtemplate", "Command1_Click", [this] { Command1_Click(); }); });
+    connect(row->field, &QLineEdit::returnPressed, this, &PaperPanel::SetPaperAsked);
   }
   leastWidth_ = Words(grid, "lblleastwidth");
   leastHeight_ = Words(grid, "lblleastheight");
   auto* set = new QPushButton(u"Set &Paper"_s);
   set->setObjectName(u"Command1"_s);
   set->setAutoDefault(false);
-  connect(set, &QPushButton::clicked, this,
-          [this] { Guarded("frmtemplate", "Command1_Click", [this] { Command1_Click(); }); });
+  connect(set, &QPushButton::clicked, this, &PaperPanel::SetPaperAsked);
   grid->addWidget(set, grid->rowCount(), 0, 1, 3);
   current_ = Words(grid, "lblpaper");
   current_->setWordWrap(true);
 }
 
 void PaperPanel::ShowPaper(const Paper& paper) {
-  typedWidth_ = paper.width;
-  typedHeight_ = paper.height;
   unit_ = Unit::Millimetres;
   millimetres_->setChecked(true);
   const QScopedValueRollback filling(filling_, true);
@@ -101,6 +97,8 @@ void PaperPanel::ShowPaper(const Paper& paper) {
 }
 
 void PaperPanel::ShowCurrent(const Paper& paper) {
+  typedWidth_ = paper.width;
+  typedHeight_ = paper.height;
   current_->setText(PaperLabel(paper, unit_));
 }
 
@@ -128,8 +126,13 @@ void PaperPanel::Text9_Change() {
   leastHeight_->setText(height);
 }
 
-void PaperPanel::Command1_Click() {
-  Q_EMIT SetPaperAsked(width_.field->text(), height_.field->text());
+bool PaperPanel::Shows(const Paper& paper) const {
+  return width_.field->text() == paper.width.Text(unit_) &&
+         height_.field->text() == paper.height.Text(unit_);
+}
+
+PaperPanel::Typed PaperPanel::AsTyped() const {
+  return {width_.field->text(), height_.field->text(), {typedWidth_, typedHeight_}};
 }
 
 }  // namespace zqm

@@ -22,12 +22,18 @@ class PaperPanel : public QWidget {
   void ShowPaper(const Paper& paper);
   /// The paper that was made of what is typed; the fields stay.
   void ShowCurrent(const Paper& paper);
+  /// Whether the fields show this paper.
+  bool Shows(const Paper& paper) const;
+  struct Typed {
+    QString width, height;
+    Paper exact;  ///< what the fields show rounded
+  };
+  Typed AsTyped() const;
 
  Q_SIGNALS:
   /// After this panel has followed.
   void UnitChosen(zqm::Unit unit);
-  /// As it is typed.
-  void SetPaperAsked(const QString& width, const QString& height);
+  void SetPaperAsked();
 
  private:
   void ComposeUnits(QGridLayout* grid);
@@ -36,7 +42,6 @@ class PaperPanel : public QWidget {
   void Option_Click(Unit unit);
   void Text_Change(const MeasureRow& row, Measure& measure);
   void Text9_Change();
-  void Command1_Click();
 
   MeasureRow width_, height_;
   Measure typedWidth_, typedHeight_;

@@ -12,8 +12,10 @@ namespace zqm {
 double PreviewDpi(const QSize& sheet);
 
 /// The sheet with its photos on white, or with its boxes in their colours, as large as `dpi` makes
-/// it. Null without memory for it. Thread-safe.
-QImage SheetPicture(const QSize& sheet, const Page& page, double dpi);
+/// it. A box whose photo can't be printed names it and says why. Null without memory for it.
+/// Thread-safe.
+QImage SheetPicture(const QSize& sheet, std::span<const QRectF> boxes, const QStringList& photos,
+                    double dpi, const PictureSettings& load);
 QImage SheetPicture(const PrintTemplate& layout, double dpi);
 
 }  // namespace zqm

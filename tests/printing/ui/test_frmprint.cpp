@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPrinter>
+#include <QTest>
 #include <QTimer>
 #include <QToolButton>
 
@@ -12,6 +13,7 @@
 #include "printing/ui/frmname.h"
 #include "printing/ui/frmprint.h"
 #include "printing/ui/frmtemplate.h"
+#include "printing/ui/sheet_picture.h"
 #include "shell/messages.h"
 #include "shell/ui/frmerror.h"
 #include "tests/support/print_text.h"
@@ -33,7 +35,7 @@ class PrintWindow : public ::testing::Test {
         std::abort();
     messages_ = SetMessageHandler([this](const QString& text, MessageKind, Buttons buttons) {
       told_.append(text);
-      return buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
+      return buttons == Buttons::YesNo ? question_ : Answer::Ok;
     });
     picks_ = SetPickHandler([this](const PickRequest&) { return pdf_; });
     window_ = std::make_unique<frmprint>(QStringList(5, photo_), PictureSettings(), folders_);
@@ -98,6 +100,7 @@ class PrintWindow : public ::testing::Test {
   QString photo_ = out_.Write("photo.jpg", test::SampleJpeg(60, 40));
   QString pdf_ = out_.Path("out.pdf");
   QStringList told_;
+  Answer question_ = Answer::Yes;
   MessageHandler messages_;
   PickHandler picks_;
   std::unique_ptr<frmprint> window_;
@@ -135,15 +138,23 @@ TEST_F(PrintWindow, PaperThatIsTooSmallIsRefused) {
   Click("Command6");
   ASSERT_EQ(Caption(), u"Page 1 of 3");
   UsePaper(QPageLayout::Landscape);
-  EXPECT_TRUE(Told().contains(u"minimum height of 11.49 inches (Landscape mode)"_s));
-  EXPECT_EQ(Caption(), u"");  // so that it isn't printed
+  const QString refused = Told();
+  EXPECT_TRUE(refused.contains(u"minimum height of 11.49 inches (Landscape mode)"_s));
+  EXPECT_EQ(Caption(), u"Page 1 of 3");
+  Click("Command12");
+  EXPECT_EQ(Told(), refused);
+  EXPECT_FALSE(QFile::exists(pdf_));
   EXPECT_EQ(window_->findChild<QLabel*>(u"Label2"_s)->text().left(9), u"Landscape");
+  // Also before it is applied, and then it isn't.
+  Select(u"4 photos A4"_s);
+  UsePaper(QPageLayout::Landscape);
+  EXPECT_EQ(Told(), refused);
   Click("Command6");
-  EXPECT_TRUE(Told().contains(u"minimum height"_s));
+  EXPECT_EQ(Told(), refused);
   EXPECT_EQ(Caption(), u"");
   UsePaper(QPageLayout::Portrait);
   Click("Command6");
-  EXPECT_EQ(Caption(), u"Page 1 of 3");
+  EXPECT_EQ(Caption(), u"Page 1 of 2");
   EXPECT_TRUE(told_.isEmpty());
 }
 
@@ -158,10 +169,12 @@ TEST_F(PrintWindow, PrintsWhatIsAskedFor) {
   }
   EXPECT_FALSE(QFile::exists(pdf_));
   copies->setText(u"2"_s);
+  Click("Command14");
   Click("Command12");
   EXPECT_EQ(Told(), u"You have successfully printed your pictures.");
   EXPECT_EQ(test::Scratch::Read(pdf_).count("/Type /Page\n"), 6);
-  EXPECT_EQ(Caption(), u"Page 1 of 3");
+  EXPECT_EQ(Caption(), u"Page 3 of 3");
+  EXPECT_EQ(window_->findChild<QLabel*>(u"lbltarget"_s)->toolTip(), pdf_);
   // The next one asks for another file; called off, nothing is written.
   ASSERT_TRUE(QFile::remove(pdf_));
   pdf_.clear();
@@ -170,10 +183,70 @@ TEST_F(PrintWindow, PrintsWhatIsAskedFor) {
   EXPECT_EQ(out_.Names(), QStringList(u"photo.jpg"_s));
 }
 
+TEST_F(PrintWindow, NoFileIsReplacedUnasked) {
+  Select(u"2 photos A4"_s);
+  Click("Command6");
+  const QByteArray photo = test::Scratch::Read(photo_), pdf = "%PDF-1.4 as it was";
+  const QString notes = out_.Write("notes.pdf", "my notes");
+  out_.Write("out.pdf", pdf);
+  const QString standing = std::exchange(pdf_, photo_);
+  Click("Command12");
+  pdf_ = notes;
+  Click("Command12");
+  EXPECT_EQ(std::exchange(told_, {}), (QStringList{photo_ + u" exists and is no PDF file."_s,
+                                                   notes + u" exists and is no PDF file."_s}));
+  EXPECT_EQ(test::Scratch::Read(photo_), photo);
+  EXPECT_EQ(test::Scratch::Read(notes), "my notes");
+  pdf_ = standing;
+  question_ = Answer::No;
+  Click("Command12");
+  EXPECT_EQ(std::exchange(told_, {}),
+            QStringList{pdf_ + u" already exists.\nDo you want to replace it?"_s});
+  EXPECT_EQ(test::Scratch::Read(pdf_), pdf);
+  question_ = Answer::Yes;
+  Click("Command12");
+  EXPECT_GT(test::Scratch::Read(pdf_).size(), 1000);
+}
+
+TEST_F(PrintWindow, EnterAppliesAndDoesNotPrint) {
+  window_->show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+  Select(u"2 photos A4"_s);
+  QTest::keyClick(window_->findChild<QListWidget*>(u"List1"_s), Qt::Key_Return);
+  EXPECT_EQ(Caption(), u"Page 1 of 3");
+  EXPECT_FALSE(QFile::exists(pdf_));
+  EXPECT_TRUE(told_.isEmpty());
+}
+
+TEST_F(PrintWindow, CopiesComeFromTheArrowsAndThePrintersDialog) {
+  auto* copies = window_->findChild<QLineEdit*>(u"Text1"_s);
+  copies->setText(u"7"_s);
+  window_->SetPrinterDialog([](QPrinter& printer, QWidget*) {
+    EXPECT_EQ(printer.copyCount(), 7);
+    printer.setCopyCount(3);
+    return true;
+  });
+  Click("Command2");
+  EXPECT_EQ(copies->text(), u"3");
+  // What the dialog can't show stays.
+  copies->setText(u"5000"_s);
+  window_->SetPrinterDialog([](QPrinter&, QWidget*) { return true; });
+  Click("Command2");
+  EXPECT_EQ(copies->text(), u"5000");
+}
+
 TEST_F(PrintWindow, PhotosThatHaveGoneLeaveTheFile) {
   Select(u"2 photos A4"_s);
   Click("Command6");
   ASSERT_TRUE(QFile::remove(photo_));
+  // The preview says so in the empty box.
+  const QImage sheet = SheetPicture({300, 200}, std::array{QRectF(50, 50, 200, 100)}, {photo_},
+                                    kSheetDpi, PictureSettings());
+  int ink = 0;
+  for (int x = 60; x < 240; ++x)
+    for (int y = 60; y < 140; ++y)
+      ink += qGray(sheet.pixel(x, y)) < 160 ? 1 : 0;
+  EXPECT_GT(ink, 100);
   bool listed = false;
   QTimer::singleShot(0, window_.get(), [&] { CloseFailures(listed); });
   Click("Command12");

@@ -255,6 +255,31 @@ TEST_F(PrintDesigner, PaperThatCantBeIsRefusedInOrder) {
   EXPECT_TRUE(Box(1) == QRectF(200, 400, 100, 100));
 }
 
+TEST_F(PrintDesigner, ASheetKeepsItsPixelsUnlessAnotherIsTyped) {
+  Click("Option2");
+  EXPECT_EQ(Text("Text1") + u' ' + Text("Text2"), u"8.27 11.69"_s);
+  Click("Command1");
+  Add({10, 10, 100, 100});
+  SaveAs(u"Mine"_s);
+  const auto sheet = [&] { return LoadTemplate(Folder(), u"Mine"_s)->sheet; };
+  EXPECT_TRUE(sheet() == QSize(826, 1169));
+  Open();
+  window_->EditTemplate(u"Mine"_s, *LoadTemplate(Folder(), u"Mine"_s));
+  Click("Command1");
+  Click("Command11");
+  EXPECT_TRUE(sheet() == QSize(826, 1169));
+  // A paper that was typed is set by saving, or refused there.
+  Told();
+  Enter("Text1", u"50"_s);
+  Click("Command11");
+  EXPECT_EQ(Told(), QStringList{u"Paper width should be at least 76.2 mm."_s});
+  EXPECT_TRUE(sheet() == QSize(826, 1169));
+  Enter("Text1", u"150.0"_s);
+  Click("Command11");
+  EXPECT_EQ(Told(), QStringList{u"The template has been saved."_s});
+  EXPECT_TRUE(sheet() == QSize(590, 1169));
+}
+
 TEST_F(PrintDesigner, OnlyWhatLiesOnThePaperIsSaved) {
   EXPECT_FALSE(Find<QPushButton>("Command11")->isEnabled());
   Click("Command12");
