@@ -102,10 +102,6 @@ int PhotosAhead::Percent(const QString& path) const {
   return entry == entries_.end() ? 0 : entry->second->progress->Percent();
 }
 
-void PhotosAhead::Forget(const QString& path) {
-  entries_.erase(path);
-}
-
 void PhotosAhead::Start(const QString& path, Entry& entry, int priority) {
   entry.stamp = platform::FileStamp(path);
   entry.box = box_;

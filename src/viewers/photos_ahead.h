@@ -39,8 +39,6 @@ class PhotosAhead : public QObject {
   bool IsReading(const QString& path) const;
   /// How much of a wanted photo has been read, 0 to 99.
   int Percent(const QString& path) const;
-  /// The file is another one now; the next `Want` reads it again.
-  void Forget(const QString& path);
 
  Q_SIGNALS:
   /// From the interface thread's event loop.
