@@ -2,10 +2,25 @@
 #include "viewers/photo_viewer.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include "shell/files.h"
 
 namespace zqm {
+namespace {
+
+constexpr std::chrono::milliseconds kBoxRests(200);
+constexpr int kThumbnailGrows = 3;
+
+/// A stored thumbnail large enough to be recognised from a chair, but no larger than the box.
+QImage Grown(const QImage& thumbnail, const QSize& box) {
+  const QSize size = thumbnail.size().scaled(box.boundedTo(thumbnail.size() * kThumbnailGrows),
+                                             Qt::KeepAspectRatio);
+  if (thumbnail.isNull() || size.width() <= thumbnail.width()) return thumbnail;
+  return thumbnail.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+}  // namespace
 
 PhotoViewer::PhotoViewer(Catalogue& catalogue, const ReadRequest& request, QStringList paths,
                          int position)
@@ -20,12 +35,26 @@ PhotoViewer::PhotoViewer(Catalogue& catalogue, const ReadRequest& request, QStri
   connect(&full_, &PhotosAhead::Ready, this, [this](const QString& path) {
     if (path == shown_.path) ShowFullSize();
   });
+  rest_.setSingleShot(true);
+  rest_.setInterval(kBoxRests);
+  connect(&rest_, &QTimer::timeout, this, &PhotoViewer::TakeBox);
 }
 
 void PhotoViewer::SetBox(const QSize& box) {
-  if (box.isEmpty() || box == box_) return;
-  box_ = box;
-  ahead_.SetBox(box);
+  if (box.isEmpty()) return;
+  nextBox_ = box;
+  if (box == box_) return rest_.stop();
+  // While an edge is dragged each step is another size; only the first photo is in a hurry.
+  if (shown_.position < 0)
+    TakeBox();
+  else
+    rest_.start();
+}
+
+void PhotoViewer::TakeBox() {
+  rest_.stop();
+  box_ = nextBox_;
+  ahead_.SetBox(box_);
   Look();
 }
 
@@ -68,7 +97,12 @@ void PhotoViewer::WantFullSize() {
 /// A photo that can't be read any more leaves what is shown.
 void PhotoViewer::ShowFullSize() {
   const Result<ViewPhoto>* photo = full_.Get(shown_.path);
-  if (photo != nullptr && *photo && !(*photo)->image.isNull()) Show(*photo);
+  if (photo == nullptr)
+    Q_EMIT Waiting();
+  else if (!*photo || (*photo)->image.isNull())
+    Q_EMIT FullSizeFailed(*photo ? (*photo)->reason : photo->Reason());
+  else
+    Show(*photo);
 }
 
 void PhotoViewer::Show(const Result<ViewPhoto>& photo) {
@@ -95,7 +129,7 @@ void PhotoViewer::ShowOffline() {
   shown_.info = LoadInfoFromDatabase(photos);
   const Result<QByteArray> stored = photos.ReadThumbnail();
   if (!stored) return;
-  shown_.image.loadFromData(*stored);
+  shown_.image = Grown(QImage::fromData(*stored), box_);
   shown_.fullSize = shown_.image.size();
 }
 

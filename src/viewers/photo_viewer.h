@@ -6,6 +6,7 @@
 #include <QSize>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 
 #include "catalogue/catalogue.h"
 #include "metadata/photo_info.h"
@@ -40,10 +41,13 @@ class PhotoViewer : public QObject {
   QString PathAt(int position) const { return paths_.value(position); }
   /// Whether the photo at the position is still being read.
   bool IsLoading() const { return shown_.position != position_; }
+  /// Whether it, or the full size of the shown one, is still being read.
+  bool IsReading() const { return IsLoading() || full_.IsReading(shown_.path); }
   /// What was shown last; position -1 before the first.
   const ViewedPhoto& Shown() const { return shown_; }
 
-  /// How many device pixels a photo may fill. Another size has the photo read again.
+  /// How many device pixels a photo may fill. A larger size has the photo read again
+  /// once it has stood for a moment.
   void SetBox(const QSize& box);
   void SetUpright(bool upright);
 
@@ -55,10 +59,13 @@ class PhotoViewer : public QObject {
  Q_SIGNALS:
   /// `Shown` is another one now, or has more pixels.
   void Changed();
-  /// The photo at the position isn't at hand.
+  /// What is wanted isn't at hand.
   void Waiting();
+  /// Why the shown photo's full size can't be read; what is shown stays.
+  void FullSizeFailed(const QString& reason);
 
  private:
+  void TakeBox();
   void Look();
   void Show(const Result<ViewPhoto>& photo);
   void ShowFullSize();
@@ -68,7 +75,8 @@ class PhotoViewer : public QObject {
   QStringList paths_;
   int position_;
   bool backwards_ = false;
-  QSize box_;
+  QSize box_, nextBox_;
+  QTimer rest_;  // until the next box is taken
   ViewedPhoto shown_;
   PhotosAhead ahead_;
   PhotosAhead full_;  // the shown photo only

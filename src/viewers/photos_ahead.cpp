@@ -7,6 +7,7 @@
 #include <QThreadPool>
 #include <mutex>
 
+#include "shell/platform.h"
 #include "viewers/upright.h"
 
 namespace zqm {
@@ -55,10 +56,17 @@ PhotosAhead::~PhotosAhead() {
   receiver_->ahead = nullptr;
 }
 
+bool PhotosAhead::Entry::IsEnoughFor(const QSize& wantedBox) const {
+  if (box.isEmpty()) return true;
+  if (!wantedBox.isEmpty() && wantedBox.boundedTo(box) == wantedBox) return true;
+  return photo && *photo && !(*photo)->image.isNull() &&
+         (*photo)->image.size() == (*photo)->fullSize;
+}
+
 void PhotosAhead::SetBox(const QSize& box) {
   if (box == box_) return;
   box_ = box;
-  entries_.clear();
+  std::erase_if(entries_, [&](const auto& entry) { return !entry.second->IsEnoughFor(box); });
 }
 
 void PhotosAhead::SetUpright(bool upright) {
@@ -72,7 +80,7 @@ void PhotosAhead::Want(const QStringList& paths) {
   int priority = static_cast<int>(paths.size());
   for (const QString& path : paths) {
     auto& entry = entries_[path];
-    if (!entry) {
+    if (!entry || entry->stamp != platform::FileStamp(path)) {
       entry = std::make_unique<Entry>();
       Start(path, *entry, priority);
     }
@@ -85,16 +93,18 @@ const Result<ViewPhoto>* PhotosAhead::Get(const QString& path) const {
   return entry == entries_.end() || !entry->second->photo ? nullptr : &*entry->second->photo;
 }
 
+bool PhotosAhead::IsReading(const QString& path) const {
+  return entries_.contains(path) && Get(path) == nullptr;
+}
+
 int PhotosAhead::Percent(const QString& path) const {
   const auto entry = entries_.find(path);
   return entry == entries_.end() ? 0 : entry->second->progress->Percent();
 }
 
-void PhotosAhead::Forget(const QString& path) {
-  entries_.erase(path);
-}
-
 void PhotosAhead::Start(const QString& path, Entry& entry, int priority) {
+  entry.stamp = platform::FileStamp(path);
+  entry.box = box_;
   entry.wanted = std::make_shared<std::atomic<bool>>(true);
   const auto read = [receiver = receiver_, path, box = box_, upright = upright_, request = request_,
                      wanted = entry.wanted, progress = entry.progress] {

@@ -25,21 +25,20 @@ class PhotosAhead : public QObject {
   ~PhotosAhead() override;
 
   /// Device pixels that photos are decoded to fill; empty for the full size. Another size forgets
-  /// all that was read.
+  /// what was read for less; larger pictures stay.
   void SetBox(const QSize& box);
   /// Whether pictures and their sizes are given upright, by the orientation tag; they aren't at
   /// first. A change forgets all that was read.
   void SetUpright(bool upright);
 
-  /// Reads these, the first one first, but for what is at hand; all others are forgotten. So few
-  /// photos are kept as are named here.
+  /// Reads these, the first one first, but for what is at hand; all others are forgotten, and what
+  /// was read of a file that has changed. So few photos are kept as are named here.
   void Want(const QStringList& paths);
   /// What was read, or why it couldn't be; null while it is being read and for what isn't wanted.
   const Result<ViewPhoto>* Get(const QString& path) const;
+  bool IsReading(const QString& path) const;
   /// How much of a wanted photo has been read, 0 to 99.
   int Percent(const QString& path) const;
-  /// The file is another one now; the next `Want` reads it again.
-  void Forget(const QString& path);
 
  Q_SIGNALS:
   /// From the interface thread's event loop.
@@ -50,7 +49,12 @@ class PhotosAhead : public QObject {
   struct Entry {
     std::shared_ptr<std::atomic<bool>> wanted;  ///< false: the reading may be passed over
     std::optional<Result<ViewPhoto>> photo;
+    QString stamp;  ///< the file's, before it was read
+    QSize box;      ///< for which it is read
     std::shared_ptr<ProgressSink> progress = std::make_shared<ProgressSink>();
+
+    /// Whether another reading for that box would give no more pixels.
+    bool IsEnoughFor(const QSize& wantedBox) const;
 
     ~Entry() {
       if (wanted) *wanted = false;

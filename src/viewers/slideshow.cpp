@@ -29,6 +29,7 @@ QImage OnBlack(const QImage& photo, const QSize& screen) {
 Slideshow::Slideshow(SlideshowPlan plan, Clock clock)
     : plan_(std::move(plan)), clock_(clock), ahead_(plan_.request), player_(std::move(clock)) {
   const auto tick = [this] { Guarded("frmslideshow", "Timer1", [this] { Tick(); }); };
+  ahead_.SetUpright(plan_.upright);
   due_.setSingleShot(true);
   due_.setTimerType(Qt::PreciseTimer);
   connect(&due_, &QTimer::timeout, this, tick);

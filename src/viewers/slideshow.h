@@ -22,6 +22,7 @@ struct SlideshowPlan {
   std::chrono::milliseconds interval{5000};  ///< from one photo to the next, transition included
   bool keys = false;                         ///< whether the user may pause and step
   ReadRequest request;
+  bool upright = false;  ///< turned by the orientation tag
 };
 
 /// Photos one after the other, for ever, without a window: what the screen shows and when the next

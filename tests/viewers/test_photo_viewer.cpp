@@ -75,6 +75,20 @@ TEST_F(PhotoViewerTest, FullSizeOfAPhotoThatWasLeftIsNotShownForTheNextOne) {
   EXPECT_EQ(viewer.Shown().fullSize, QSize(5000, 4000));
 }
 
+TEST_F(PhotoViewerTest, FullSizeThatCannotBeReadSaysWhy) {
+  const QString path = scratch_.Write("photos/a.jpg", SampleJpeg(320, 200));
+  PhotoViewer& viewer = Open({path}, 0);
+  ASSERT_TRUE(Settles());
+  QString why;
+  QObject::connect(&viewer, &PhotoViewer::FullSizeFailed, [&](const QString& text) { why = text; });
+  scratch_.Write("photos/a.jpg", "no photo");
+  viewer.WantFullSize();
+  EXPECT_TRUE(viewer.IsReading());
+  ASSERT_TRUE(Eventually([&] { return !why.isEmpty(); }));
+  EXPECT_FALSE(viewer.IsReading());
+  EXPECT_EQ(viewer.Shown().image.width(), 64) << "what is shown stays";
+}
+
 TEST_F(PhotoViewerTest, PhotosThatAreGoneAreShownAsTheirRowsHaveThem) {
   const QString a = AddPhoto(u"a.jpg"_s), row = AddPhoto(u"row.jpg"_s, {{u"EXIF_Make", u"Zorki"}}),
                 none = AddPhoto(u"none.jpg"_s), broken = scratch_.Write("photos/x.jpg", "no photo");

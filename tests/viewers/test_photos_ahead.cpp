@@ -46,11 +46,28 @@ TEST_F(PhotosAheadTest, WhatWasForgottenWhileItWasReadNeverArrives) {
   QObject::connect(&ahead_, &PhotosAhead::Ready, [&](const QString& path) { arrived << path; });
   ahead_.SetBox({100, 100});
   ahead_.Want({wide_, tall_});
-  ahead_.SetBox({50, 50});  // the window's size changed in the middle
+  ahead_.SetBox({200, 200});  // the window grew in the middle
   ahead_.Want({wide_});
-  EXPECT_EQ(ShownSize(wide_), QSize(50, 25));
+  EXPECT_EQ(ShownSize(wide_), QSize(200, 100));
   QCoreApplication::processEvents();
   EXPECT_EQ(arrived, QStringList{wide_});
+}
+
+TEST_F(PhotosAheadTest, WhatIsLargeEnoughIsNotReadForAnotherBox) {
+  ahead_.SetBox({200, 200});
+  ahead_.Want({wide_});
+  EXPECT_EQ(ShownSize(wide_), QSize(200, 100));
+  const auto reads = [&](const QSize& box) {
+    ahead_.SetBox(box);
+    ahead_.Want({wide_});
+    return ahead_.IsReading(wide_);
+  };
+  EXPECT_FALSE(reads({120, 150}));
+  EXPECT_TRUE(reads({120, 250})) << "higher than what was read";
+  EXPECT_TRUE(reads({500, 500}));
+  EXPECT_EQ(ShownSize(wide_), QSize(400, 200));
+  EXPECT_FALSE(reads({}));
+  EXPECT_FALSE(reads({900, 900})) << "there are no more pixels";
 }
 
 TEST_F(PhotosAheadTest, AViewerThatIsGoneIsNotReachedAnyMore) {
@@ -69,7 +86,6 @@ TEST_F(PhotosAheadTest, AFileThatWasWrittenIsReadAnew) {
   ahead_.Want({wide_});
   EXPECT_EQ(ShownSize(wide_), QSize(400, 200));
   scratch_.Write("wide.jpg", SampleJpeg(60, 40));
-  ahead_.Forget(wide_);
   ahead_.Want({wide_});
   EXPECT_EQ(ShownSize(wide_), QSize(60, 40));
 }

@@ -3,6 +3,7 @@
 
 #include "tests/support/eventually.h"
 #include "tests/support/print_text.h"
+#include "tests/support/sample_photo.h"
 #include "tests/support/scratch.h"
 #include "viewers/slideshow.h"
 
@@ -106,6 +107,19 @@ TEST_F(SlideshowTest, TheOldPhotoStaysUntilTheNextOneIsRead) {
   EXPECT_EQ(waits, 1);
   ASSERT_TRUE(Reaches(2));
   EXPECT_FALSE(show_->Waiting());
+}
+
+TEST_F(SlideshowTest, PhotosAreTurnedUprightWhereThatIsWanted) {
+  const QString lying =
+      scratch_.Write("lying.jpg", SampleJpeg(30, 10, {{u"EXIF_Orientation", u"6"}}));
+  for (const bool upright : {false, true}) {
+    const SlideshowPlan plan{{lying}, kCrossFade, 5000ms, false, {}, upright};
+    show_ = std::make_unique<Slideshow>(plan, [this] { return now_; });
+    show_->SetScreen(kScreen);
+    ASSERT_TRUE(Reaches(0));
+    EXPECT_EQ(Colour({30, 8}) != kBlack, upright);
+    EXPECT_EQ(Colour({18, 20}) != kBlack, !upright);
+  }
 }
 
 TEST_F(SlideshowTest, OnePhotoStays) {

@@ -31,11 +31,13 @@ void frmmain::ViewFullScreen(const QString& from) {
   frmfull window(session_, photos, static_cast<int>(std::max<qsizetype>(0, photos.indexOf(start))),
                  this);
   window.exec();
-  const QStringList last{window.LastShown()};
-  if (browser_.Selected() == last || browser_.Thumbnails().IndexOf(last.first()) < 0)
-    return browser_.RefreshLive();
+  const QString last = window.LastShown();
+  if (browser_.Selected().contains(last) || browser_.Thumbnails().IndexOf(last) < 0) {
+    browser_.RefreshLive();
+    return thumbnails_->View().MakeCurrent(last);
+  }
   browser_.RefreshMarks();
-  thumbnails_->View().SelectPaths(last);
+  thumbnails_->View().SelectPaths({last});
 }
 
 void frmmain::ComparePhotos() {

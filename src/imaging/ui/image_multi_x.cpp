@@ -163,11 +163,43 @@ void ImageMultiX::selectionChanged(const QItemSelection& now, const QItemSelecti
   for (const int row : rows)
     if (const QString path = List()->ImageFileName(row); !known.contains(path))
       selected_.append(path);
+  if (rows.size() > 1) OrderRange();
   if (quiet_) return;
   if (!selected_.isEmpty())
     Q_EMIT OnImageSelect();
   else if (hadAny)
     Q_EMIT OnImageDeselect();
+}
+
+/// A whole range has its own order, also where single photos of it were selected before.
+void ImageMultiX::OrderRange() {
+  const QModelIndexList indexes = selectionModel()->selectedIndexes();
+  const auto [first, last] = std::ranges::minmax(indexes, {}, &QModelIndex::row);
+  const int current = currentIndex().row();
+  if (last.row() - first.row() + 1 != indexes.size()) return;
+  if (current != first.row() && current != last.row()) return;
+  selected_.clear();
+  for (int row = first.row(); row <= last.row(); ++row)
+    selected_.append(List()->ImageFileName(row));
+  if (current == first.row()) std::ranges::reverse(selected_);
+}
+
+void ImageMultiX::selectAll() {
+  const bool before = quiet_;
+  quiet_ = true;
+  QListView::selectAll();
+  quiet_ = before;
+  if (selected_.isEmpty()) return;
+  selected_ = List()->FileNames();
+  if (!quiet_) Q_EMIT OnImageSelect();
+}
+
+void ImageMultiX::MakeCurrent(const QString& path) {
+  const int row = List()->IndexOf(path);
+  if (row < 0) return;
+  const QModelIndex index = List()->index(row);
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  scrollTo(index);
 }
 
 void ImageMultiX::SelectPaths(const QStringList& paths) {

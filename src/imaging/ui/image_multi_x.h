@@ -33,6 +33,10 @@ class ImageMultiX : public QListView {
   const QStringList& SelectedPaths() const { return selected_; }
   /// Selects these, in this order, and brings the last one into view.
   void SelectPaths(const QStringList& paths);
+  /// The keys go on from that photo; the selection stays.
+  void MakeCurrent(const QString& path);
+  /// All, in the order of the list.
+  void selectAll() override;
   void BlockSelectionSignals(bool block) { quiet_ = block; }
 
  Q_SIGNALS:
@@ -61,6 +65,7 @@ class ImageMultiX : public QListView {
   ThumbnailList* List() const;
   void ApplySize();
   void TellVisible();
+  void OrderRange();
   QString PathAt(const QModelIndex& index) const;
 
   QStringList selected_;

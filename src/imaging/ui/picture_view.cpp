@@ -108,7 +108,7 @@ void PictureView::ShowImage(const QImage& image, const QSize& fullSize, KeepView
   const QPointF middle = QRectF(viewport()->rect()).center();
   const QPointF before = ToBitmap(middle);
   const QSize sizeBefore = fullSize_;
-  const bool keeps = keep == KeepView::SamePhoto && HasImage() && !fit_;
+  const bool keeps = keep != KeepView::No && HasImage() && !fit_;
   std::vector<QImage> levels = MakeLevels(image, 1);
   if (levels.empty()) return Clear();
   levels_ = std::move(levels);
@@ -118,10 +118,12 @@ void PictureView::ShowImage(const QImage& image, const QSize& fullSize, KeepView
     Fit();
   } else {
     // A stand-in may have told another size.
-    const double ratio = static_cast<double>(fullSize_.width()) / sizeBefore.width();
-    scale_ = std::clamp(scale_ / ratio, kSmallestScale, kLargestScale);
+    const double across = static_cast<double>(fullSize_.width()) / sizeBefore.width();
+    const double down = static_cast<double>(fullSize_.height()) / sizeBefore.height();
+    if (keep == KeepView::SamePhoto)
+      scale_ = std::clamp(scale_ / across, kSmallestScale, kLargestScale);
     UpdateScrollBars();
-    MoveTo(before * ratio, middle);
+    MoveTo({before.x() * across, before.y() * down}, middle);
     AskForPixels();
   }
   Reshow();

@@ -26,13 +26,14 @@ struct ImageView {
 class PictureView : public QAbstractScrollArea {
   Q_OBJECT
  public:
-  /// Whether the picture is the one that was shown before, only larger, or another one.
-  enum class KeepView { No, SamePhoto };
+  /// What stays where the picture isn't fitted: nothing, all for the picture that was shown before,
+  /// only larger, or for another one the zoom and the place in proportion.
+  enum class KeepView { No, SamePhoto, Zoom };
 
   explicit PictureView(QWidget* parent = nullptr);
 
   /// `image` may be smaller than the true size `fullSize`; `FullSizeWanted` says when that no
-  /// longer does. Another photo is fitted.
+  /// longer does.
   void ShowImage(const QImage& image, const QSize& fullSize, KeepView keep = KeepView::No);
   void Clear();
   bool HasImage() const { return !levels_.empty(); }
@@ -49,6 +50,8 @@ class PictureView : public QAbstractScrollArea {
   /// The whole picture, not enlarged.
   void Fit();
   bool IsFit() const { return fit_; }
+  /// What `Fit` would zoom to, percent.
+  double FitZoom() const { return FitScale(fullSize_) * 100; }
   /// For a picture of the same size in another window. `OnViewChange` tells of each change.
   ImageView View() const;
   void SetView(const ImageView& view);

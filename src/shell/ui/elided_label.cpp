@@ -2,6 +2,7 @@
 #include "shell/ui/elided_label.h"
 
 #include <QFontMetrics>
+#include <QTextDocument>
 
 namespace zqm {
 namespace {
@@ -17,6 +18,15 @@ QString Shortened(const QString& text, const QFontMetrics& metrics, int width) {
 }
 
 }  // namespace
+
+QString PlainToolTip(const QString& text) {
+  if (!Qt::mightBeRichText(text)) return text;
+  return QStringLiteral("<p style=\"white-space:pre-wrap\">%1</p>").arg(text.toHtmlEscaped());
+}
+
+ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+}
 
 void ElidedLabel::SetParts(const QString& cut, const QString& kept) {
   cut_ = cut;
@@ -43,7 +53,7 @@ void ElidedLabel::Fit() {
   const int room = width() - metrics.horizontalAdvance(kept_);
   const QString shown = cut_.isEmpty() ? cut_ : Shortened(cut_, metrics, room);
   setText(shown + kept_);
-  setToolTip(shown == cut_ ? QString() : cut_);
+  setToolTip(shown == cut_ ? QString() : PlainToolTip(cut_));
   updateGeometry();
 }
 

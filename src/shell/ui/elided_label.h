@@ -5,11 +5,14 @@
 
 namespace zqm {
 
-/// A line of which the first part is cut with "..." where the whole is too long.
+/// A tool tip that shows the text letter by letter, also where it looks like markup.
+QString PlainToolTip(const QString& text);
+
+/// A line of plain text of which the first part is cut with "..." where the whole is too long.
 class ElidedLabel : public QLabel {
   Q_OBJECT
  public:
-  using QLabel::QLabel;
+  explicit ElidedLabel(QWidget* parent = nullptr);
 
   void SetParts(const QString& cut, const QString& kept);
   QSize minimumSizeHint() const override;

@@ -2,10 +2,12 @@
 #include "viewers/ui/compare_pane.h"
 
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <cmath>
+#include <utility>
 
 #include "shell/files.h"
 #include "shell/ui/elided_label.h"
@@ -25,9 +27,11 @@ constexpr QSize kLeastView(160, 120);
 
 }  // namespace
 
-ImageView LinkedView(const ImageView& view, const QSize& size, const QSize& otherSize) {
+ImageView LinkedView(const ImageView& view, const QSize& size, const QSize& otherSize,
+                     double zoomRatio) {
   if (view.fit || size.isEmpty()) return view;
   ImageView linked = view;
+  linked.zoom = view.zoom * zoomRatio;
   linked.centre = {view.centre.x() * otherSize.width() / size.width(),
                    view.centre.y() * otherSize.height() / size.height()};
   return linked;
@@ -55,7 +59,7 @@ ComparePane::ComparePane(Catalogue& catalogue, const ReadRequest& request,
   patience_.setInterval(kPatienceMilliseconds);
   connect(&viewer_, &PhotoViewer::Waiting, &patience_, qOverload<>(&QTimer::start));
   connect(&patience_, &QTimer::timeout, this, [this] {
-    if (viewer_.IsLoading()) name_->SetParts(tr("Loading…"), QString());
+    if (viewer_.IsReading()) name_->SetParts(tr("Loading…"), QString());
   });
   connect(view_, &PictureView::FullSizeWanted, &viewer_, &PhotoViewer::WantFullSize,
           Qt::QueuedConnection);
@@ -78,6 +82,7 @@ QToolButton* ComparePane::StepButton(const char* icon, const QString& toolTip, c
 QLayout* ComparePane::ComposeHead() {
   name_->setObjectName(u"lblname"_s);
   values_->setObjectName(u"lblvalues"_s);
+  values_->setTextFormat(Qt::PlainText);
   zoom_->setObjectName(u"lblzoom"_s);
   auto* head = new QHBoxLayout;
   look::SetSpace(head, 0, look::kSpace8);
@@ -93,9 +98,15 @@ QLayout* ComparePane::ComposeHead() {
 bool ComparePane::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel)
     Q_EMIT Activated();
-  if (event->type() == QEvent::Resize)
-    viewer_.SetBox((QSizeF(view_->maximumViewportSize()) * devicePixelRatioF()).toSize());
+  if (event->type() == QEvent::MouseButtonDblClick && view_->IsFit() &&
+      static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+    Q_EMIT ActualSizeWanted();
+  if (event->type() == QEvent::Resize) FitBox();
   return QWidget::eventFilter(watched, event);
+}
+
+void ComparePane::FitBox() {
+  viewer_.SetBox((QSizeF(view_->maximumViewportSize()) * devicePixelRatioF()).toSize());
 }
 
 void ComparePane::SetActive(bool active) {
@@ -114,7 +125,10 @@ void ComparePane::paintEvent(QPaintEvent*) {
 
 void ComparePane::ShowPhoto() {
   patience_.stop();
-  ShowOn(*view_, viewer_.Shown(), viewer_.Shown().message);
+  const ViewedPhoto& photo = viewer_.Shown();
+  const bool replaced = std::exchange(seen_, photo.path) == photo.path;
+  ShowOn(*view_, photo, photo.message,
+         replaced ? PictureView::KeepView::Zoom : PictureView::KeepView::No);
   ShowValues();
   ShowZoom();
 }

@@ -15,8 +15,9 @@ namespace zqm {
 class ElidedLabel;
 
 /// Where another view has to look to show the same place of a photo of another size: as far from
-/// the edges in proportion, with as many device pixels for a pixel; fitted if that one is.
-ImageView LinkedView(const ImageView& view, const QSize& size, const QSize& otherSize);
+/// the edges in proportion, `zoomRatio` times as large; fitted if that one is.
+ImageView LinkedView(const ImageView& view, const QSize& size, const QSize& otherSize,
+                     double zoomRatio);
 
 /// One side of a comparison: a photo with its name, place and values over it.
 class ComparePane : public QWidget {
@@ -36,12 +37,16 @@ class ComparePane : public QWidget {
   void ShowValues();
   /// The keys are for the active side, which has a frame.
   void SetActive(bool active);
+  /// Photos are to fill the view as it is now.
+  void FitBox();
 
  Q_SIGNALS:
   /// The user touched this side.
   void Activated();
   /// Its button wants the next photo (1) or the one before (-1).
   void StepWanted(int step);
+  /// A double click is about to show one pixel on one of the screen.
+  void ActualSizeWanted();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -59,6 +64,7 @@ class ComparePane : public QWidget {
   QLabel* values_;
   QLabel* zoom_;
   QTimer patience_;
+  QString seen_;  // path of the photo in the view
   bool active_ = false;
 };
 

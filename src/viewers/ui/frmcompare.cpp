@@ -1,19 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewers/ui/frmcompare.h"
 
-#include <QCheckBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QSplitter>
 #include <QTableWidget>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <algorithm>
+#include <array>
 
 #include "shell/error.h"
 #include "shell/files.h"
+#include "shell/ui/elided_label.h"
 #include "shell/ui/look.h"
 #include "shell/ui/path_delegate.h"
 #include "shell/window_settings.h"
@@ -30,6 +34,10 @@ constexpr int kDetailsHeight = 200, kCaptionWidth = 220;
 constexpr int kNoticeMilliseconds = 2500;
 constexpr QLatin1StringView kGeometryKey("compare/geometry"), kPartsKey("compare/parts"),
     kDetailsKey("compare/details"), kAllKey("compare/allValues"), kLinkedKey("compare/linked");
+
+// Of the window's keys those that move within a table.
+constexpr std::array kTableKeys = {Qt::Key_Up,   Qt::Key_Down,   Qt::Key_Left, Qt::Key_Right,
+                                   Qt::Key_Home, Qt::Key_PageUp, Qt::Key_End,  Qt::Key_PageDown};
 
 enum DetailColumn { CaptionColumn, LeftColumn, RightColumn, ColumnCount };
 
@@ -92,6 +100,11 @@ void frmcompare::AddPane(ComparePane* pane) {
   connect(pane, &ComparePane::StepWanted, this,
           [this](int step) { Guarded("frmcompare", "Step", [this, step] { Step(step); }); });
   connect(&pane->View(), &PictureView::OnViewChange, this, [this, pane] { Lead(*pane); });
+  connect(pane, &ComparePane::ActualSizeWanted, this, [this] { samePercent_ = true; });
+  connect(&pane->Viewer(), &PhotoViewer::FullSizeFailed, this, [this, pane](const QString& reason) {
+    pane->ShowValues();
+    Say(reason);
+  });
   connect(&pane->Viewer(), &PhotoViewer::Changed, this,
           [this, pane] { Guarded("frmcompare", "ShowIn", [this, pane] { ShowIn(*pane); }); });
 }
@@ -116,6 +129,7 @@ QLayout* frmcompare::ComposeBar() {
     bar->addWidget(BarButton(command));
   said_->setObjectName(u"lblnotice"_s);
   said_->setWordWrap(false);
+  said_->setTextFormat(Qt::PlainText);
   bar->addSpacing(look::kSpace12);
   bar->addWidget(said_, 1);
   for (const ViewerCommand command :
@@ -135,7 +149,7 @@ QWidget* frmcompare::ComposeDetails() {
   table_->setAccessibleName(tr("What the two photos' files say"));
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-  table_->setFocusPolicy(Qt::ClickFocus);
+  table_->installEventFilter(this);
   table_->setShowGrid(false);
   table_->setWordWrap(false);
   table_->verticalHeader()->hide();
@@ -151,9 +165,11 @@ QWidget* frmcompare::ComposeDetails() {
 }
 
 void frmcompare::ArrangeControls() {
-  resize(kUsualSize);
+  const QSize room = screen()->availableSize();
+  resize(kUsualSize.boundedTo(room * 9 / 10));
   const QSettings settings = WindowSettings();
   restoreGeometry(settings.value(kGeometryKey).toByteArray());
+  if (!isMaximized()) resize(size().boundedTo(room));  // the screen of the last time may be gone
   parts_->setSizes({kUsualSize.height() - kDetailsHeight, kDetailsHeight});
   parts_->restoreState(settings.value(kPartsKey).toByteArray());
   const auto check = [this](ViewerCommand command, bool on) {
@@ -178,6 +194,13 @@ void frmcompare::done(int result) {
   QDialog::done(result);
 }
 
+void frmcompare::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  for (ComparePane* pane : panes_)
+    connect(windowHandle(), &QWindow::screenChanged, pane, &ComparePane::FitBox,
+            Qt::UniqueConnection);
+}
+
 // Sides.
 
 ComparePane& frmcompare::OtherThan(const ComparePane& pane) {
@@ -195,8 +218,10 @@ void frmcompare::Lead(ComparePane& pane) {
   ComparePane& other = OtherThan(pane);
   if (!pane.View().HasImage() || !other.View().HasImage()) return;
   const QScopedValueRollback once(linking_, true);
+  if (pane.View().IsFit()) samePercent_ = false;
+  const double ratio = samePercent_ ? 1 : other.View().FitZoom() / pane.View().FitZoom();
   other.View().SetView(LinkedView(pane.View().View(), pane.Viewer().Shown().fullSize,
-                                  other.Viewer().Shown().fullSize));
+                                  other.Viewer().Shown().fullSize, ratio));
 }
 
 /// What comes to one side looks where the other one does.
@@ -218,6 +243,7 @@ void frmcompare::Swap() {
 // Commands.
 
 void frmcompare::Run(ViewerCommand command) {
+  if (command == ViewerCommand::ActualSize) samePercent_ = true;
   if (ZoomBy(command, Active().View())) return;
   const bool checked = actions_->Get(command)->isChecked();
   switch (command) {
@@ -226,11 +252,13 @@ void frmcompare::Run(ViewerCommand command) {
     case ViewerCommand::Previous:
       return Step(-1);
     case ViewerCommand::First:
-      return GoTo(-1, 1);
+      return GoTo(-1, 1, -1);
     case ViewerCommand::Last:
-      return GoTo(Active().Viewer().Count(), -1);
+      return GoTo(Active().Viewer().Count(), -1, 1);
     case ViewerCommand::OtherSide:
       return SetActive(&OtherThan(Active()));
+    case ViewerCommand::Details:
+      return SwitchFocus();
     case ViewerCommand::Swap:
       return Swap();
     case ViewerCommand::Linked:
@@ -244,8 +272,10 @@ void frmcompare::Run(ViewerCommand command) {
       return;
     case ViewerCommand::Upright:
       RememberUpright(checked);
-      for (ComparePane* pane : panes_)
+      for (ComparePane* pane : panes_) {
+        pane->View().Fit();
         pane->Viewer().SetUpright(checked);
+      }
       return;
     case ViewerCommand::Close:
       return reject();
@@ -260,16 +290,16 @@ void frmcompare::Run(ViewerCommand command) {
 }
 
 void frmcompare::Step(int step) {
-  GoTo(Active().Viewer().Position(), step);
+  GoTo(Active().Viewer().Position(), step, step);
 }
 
 /// Both sides never show the same photo.
-void frmcompare::GoTo(int position, int step) {
+void frmcompare::GoTo(int position, int step, int way) {
   PhotoViewer& viewer = Active().Viewer();
   const int next =
       StepAround(position, step, OtherThan(Active()).Viewer().Position(), viewer.Count());
   if (next != position && viewer.GoTo(next)) return;
-  Say(step > 0 ? tr("There is no further photo.") : tr("There is no photo before this one."));
+  Say(way > 0 ? tr("There is no further photo.") : tr("There is no photo before this one."));
 }
 
 void frmcompare::Say(const QString& text) {
@@ -291,12 +321,29 @@ void frmcompare::ShowDetails() {
     ShowLine(row, lines[static_cast<std::size_t>(row)]);
 }
 
+void frmcompare::SwitchFocus() {
+  if (table_->hasFocus()) return Active().View().setFocus();
+  if (!details_->isVisible()) return;
+  if (table_->currentRow() < 0) table_->setCurrentCell(0, CaptionColumn);
+  table_->setFocus();
+}
+
+bool frmcompare::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->modifiers() == Qt::NoModifier &&
+        std::ranges::find(kTableKeys, key->key()) != kTableKeys.end())
+      event->accept();
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
 /// What is equal steps back.
 void frmcompare::ShowLine(int row, const ComparedLine& line) {
   const QString texts[] = {line.caption, line.left, line.right};
   for (const DetailColumn column : {CaptionColumn, LeftColumn, RightColumn}) {
     auto* cell = new QTableWidgetItem(texts[column].simplified());
-    cell->setToolTip(texts[column]);
+    cell->setToolTip(PlainToolTip(texts[column]));
     const bool quiet = column == CaptionColumn || !line.Differs();
     cell->setForeground(QColor(quiet ? look::kQuiet : look::kText));
     table_->setItem(row, column, cell);

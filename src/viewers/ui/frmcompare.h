@@ -8,7 +8,6 @@
 #include "session/session.h"
 #include "viewers/ui/viewer_actions.h"
 
-class QCheckBox;
 class QLabel;
 class QSplitter;
 class QTableWidget;
@@ -28,6 +27,11 @@ class frmcompare : public QDialog {
   frmcompare(Session& session, const QStringList& photos, QWidget* parent = nullptr);
   ~frmcompare() override;
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+  /// The details keep their keys while they have the focus.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   enum Side : std::size_t { Left, Right };
 
@@ -38,7 +42,8 @@ class frmcompare : public QDialog {
   void AddPane(ComparePane* pane);
   void Run(ViewerCommand command);
   void Step(int step);
-  void GoTo(int position, int step);
+  /// To the photo nearest to `position` in steps of `step`; `way` is where the user wants to go.
+  void GoTo(int position, int step, int way);
   void SetActive(ComparePane* pane);
   ComparePane& Active() { return *active_; }
   ComparePane& OtherThan(const ComparePane& pane);
@@ -47,6 +52,8 @@ class frmcompare : public QDialog {
   void ShowIn(ComparePane& pane);
   void Swap();
   void ShowDetails();
+  /// The keys go to the details, or back to the photos.
+  void SwitchFocus();
   void ShowLine(int row, const ComparedLine& line);
   void Say(const QString& text);
   void ArrangeControls();
@@ -63,6 +70,7 @@ class frmcompare : public QDialog {
   QLabel* said_;
   QTimer* quiet_;  // until what was said goes
   bool linking_ = false;
+  bool samePercent_ = false;  // linked by percent, not in proportion to the fitted photos
 };
 
 }  // namespace zqm

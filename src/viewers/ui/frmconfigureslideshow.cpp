@@ -7,7 +7,6 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
-#include <QSettings>
 #include <QVBoxLayout>
 
 #include "imaging/transitions.h"
@@ -16,8 +15,10 @@
 #include "shell/text.h"
 #include "shell/ui/dialog_foot.h"
 #include "shell/ui/look.h"
+#include "shell/window_settings.h"
 #include "viewers/slideshow_settings.h"
 #include "viewers/ui/slideshow_preview.h"
+#include "viewers/ui/viewer_actions.h"
 
 using namespace Qt::StringLiterals;
 
@@ -29,10 +30,6 @@ constexpr QSize kSmallestPreview{320, 200};
 constexpr int kListWidth = 408;
 constexpr int kDurationWidth = 72;
 
-/// What the record file has no room for is kept the desktop's way.
-QSettings WindowSettings() {
-  return QSettings(u"Zolmira"_s, u"QM"_s);
-}
 constexpr char16_t kKeysKey[] = u"slideshow/keys";
 
 }  // namespace
@@ -44,7 +41,8 @@ frmconfigureslideshow::frmconfigureslideshow(QStringList photos, const ReadReque
       transitions_(new QListWidget),
       preview_(new SlideshowPreview),
       duration_(new QLineEdit),
-      keys_(new QCheckBox(tr("Space &pauses, arrow keys step"))) {
+      keys_(new QCheckBox(tr("Space &pauses, arrow keys step"))),
+      upright_(new QCheckBox(tr("Turn photos &upright"))) {
   setObjectName(u"frmconfigureslideshow"_s);
   setWindowTitle(u"Slideshow Settings"_s);
   plan_.photos = std::move(photos);
@@ -113,6 +111,9 @@ QLayout* frmconfigureslideshow::ComposeRest() {
   keys_->setObjectName(u"Check1"_s);
   keys_->setToolTip(tr("While the slideshow runs; the Escape key ends it in any case"));
   column->addWidget(keys_);
+  upright_->setObjectName(u"chkupright"_s);
+  upright_->setToolTip(tr("By the camera's orientation; full screen and comparison do the same"));
+  column->addWidget(upright_);
   return column;
 }
 
@@ -121,6 +122,7 @@ void frmconfigureslideshow::LoadSettings() {
   duration_->setText(settings.duration);
   transitions_->setCurrentRow(settings.transition);
   keys_->setChecked(WindowSettings().value(QString::fromUtf16(kKeysKey), false).toBool());
+  upright_->setChecked(ShownUpright());
 }
 
 void frmconfigureslideshow::showEvent(QShowEvent* event) {
@@ -143,10 +145,12 @@ void frmconfigureslideshow::Command2_Click() {
   plan_.interval = *interval;
   plan_.transition = transitions_->currentRow();
   plan_.keys = keys_->isChecked();
+  plan_.upright = upright_->isChecked();
   const Outcome saved =
       SaveTransition(stateFolder_, plan_.transition, *ToNumber(duration_->text()));
   if (!saved) MsgBox(saved.Reason(), MessageKind::Warning);
   WindowSettings().setValue(QString::fromUtf16(kKeysKey), plan_.keys);
+  RememberUpright(plan_.upright);
   accept();
 }
 

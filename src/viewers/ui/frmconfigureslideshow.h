@@ -41,6 +41,7 @@ class frmconfigureslideshow : public QDialog {
   SlideshowPreview* preview_;
   QLineEdit* duration_;
   QCheckBox* keys_;
+  QCheckBox* upright_;
 };
 
 }  // namespace zqm

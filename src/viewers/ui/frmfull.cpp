@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QResizeEvent>
 #include <QScreen>
+#include <QWindow>
 
 #include "shell/error.h"
 #include "shell/files.h"
@@ -60,11 +61,12 @@ frmfull::frmfull(Session& session, const QStringList& photos, int start, QWidget
           [this] { Guarded("frmfull", "ShowPhoto", [this] { ShowPhoto(); }); });
   connect(&viewer_, &PhotoViewer::Waiting, &patience_, qOverload<>(&QTimer::start));
   connect(&patience_, &QTimer::timeout, this, [this] {
-    if (!viewer_.IsLoading()) return;
-    Say(tr("Loading %1…").arg(GetFileName(viewer_.PathAt(viewer_.Position()))));
+    if (!viewer_.IsReading()) return;
     said_.stop();  // it stands until the photo does
+    SetNotice(tr("Loading %1…").arg(GetFileName(viewer_.PathAt(viewer_.Position()))));
   });
-  connect(&said_, &QTimer::timeout, notice_, &QLabel::hide);
+  connect(&viewer_, &PhotoViewer::FullSizeFailed, this, &frmfull::Say);
+  connect(&said_, &QTimer::timeout, this, &frmfull::SayStanding);
 
   const bool upright = ShownUpright();
   actions_->Get(ViewerCommand::Upright)->setChecked(upright);
@@ -85,9 +87,18 @@ QString frmfull::LastShown() const {
 
 void frmfull::resizeEvent(QResizeEvent* event) {
   QDialog::resizeEvent(event);
-  // The layout follows after this event; the view fills the window.
-  viewer_.SetBox((QSizeF(event->size()) * devicePixelRatioF()).toSize());
+  FitBox();
   PlaceOverlays();
+}
+
+void frmfull::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  connect(windowHandle(), &QWindow::screenChanged, this, &frmfull::FitBox, Qt::UniqueConnection);
+}
+
+/// The layout follows later; the view fills the window.
+void frmfull::FitBox() {
+  viewer_.SetBox((QSizeF(size()) * devicePixelRatioF()).toSize());
 }
 
 void frmfull::Run(ViewerCommand command) {
@@ -104,6 +115,7 @@ void frmfull::Run(ViewerCommand command) {
     case ViewerCommand::Upright: {
       const bool upright = actions_->Get(command)->isChecked();
       RememberUpright(upright);
+      view_->Fit();
       viewer_.SetUpright(upright);
       return Say(upright ? tr("Upright by the camera's orientation") : tr("As the pixels lie"));
     }
@@ -127,15 +139,16 @@ void frmfull::GoTo(int position) {
   if (position < 0) return Say(tr("This is the first photo."));
   if (position >= viewer_.Count()) return Say(tr("This is the last photo."));
   said_.stop();
-  notice_->hide();
+  SayStanding();
   viewer_.GoTo(position);
 }
 
 void frmfull::ShowPhoto() {
   patience_.stop();
-  if (!said_.isActive()) notice_->hide();
+  if (!said_.isActive()) SayStanding();
   const ViewedPhoto& photo = viewer_.Shown();
-  ShowOn(*view_, photo, GetFileName(photo.path) + u"\n"_s + photo.message);
+  ShowOn(*view_, photo, Elided(GetFileName(photo.path)) + u"\n"_s + photo.message,
+         PictureView::KeepView::Zoom);
   setWindowTitle(GetFileName(photo.path));
   ShowInfo();
 }
@@ -147,17 +160,36 @@ void frmfull::ShowInfo() {
   if (!wanted) return;
   const QString name = info_->fontMetrics().elidedText(GetFileName(viewer_.Shown().path),
                                                        Qt::ElideMiddle, width() / 2);
-  const QStringList lines =
-      FullInfo(viewer_.Shown(), viewer_.Count(), ValuesOf(catalogue_, viewer_.Shown().path));
-  info_->setText((QStringList{name} + lines).join(u'\n'));
+  QStringList lines{name};
+  for (const QString& line :
+       FullInfo(viewer_.Shown(), viewer_.Count(), ValuesOf(catalogue_, viewer_.Shown().path)))
+    lines.append(Elided(line));
+  info_->setText(lines.join(u'\n'));
   PlaceOverlays();
 }
 
 void frmfull::Say(const QString& text) {
-  notice_->setText(text);
-  notice_->show();
+  SetNotice(text);
   said_.start();
+}
+
+void frmfull::SayStanding() {
+  const ViewedPhoto& photo = viewer_.Shown();
+  if (photo.offline && !photo.image.isNull())
+    SetNotice(tr("%1 is missing or offline.").arg(GetFileName(photo.path)));
+  else
+    notice_->hide();
+}
+
+void frmfull::SetNotice(const QString& text) {
+  notice_->setText(Elided(text));
+  notice_->show();
   PlaceOverlays();
+}
+
+/// No wider than the screen, with the overlay's own edges.
+QString frmfull::Elided(const QString& line) const {
+  return notice_->fontMetrics().elidedText(line, Qt::ElideMiddle, width() - 4 * look::kSpace24);
 }
 
 void frmfull::PlaceOverlays() {

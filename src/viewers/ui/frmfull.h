@@ -28,6 +28,7 @@ class frmfull : public QDialog {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   void Run(ViewerCommand command);
@@ -35,6 +36,11 @@ class frmfull : public QDialog {
   void ShowPhoto();
   void ShowInfo();
   void Say(const QString& text);
+  /// The notice is what there is to say of the shown photo for as long as it stands.
+  void SayStanding();
+  void SetNotice(const QString& text);
+  QString Elided(const QString& line) const;
+  void FitBox();
   void PlaceOverlays();
 
   Catalogue& catalogue_;

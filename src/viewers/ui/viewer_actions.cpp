@@ -5,7 +5,6 @@
 #include <QWidget>
 #include <optional>
 
-#include "imaging/ui/picture_view.h"
 #include "shell/messages.h"
 #include "shell/ui/commands.h"
 #include "shell/window_settings.h"
@@ -47,6 +46,7 @@ constexpr Row kRows[] = {
     {ViewerCommand::Last, u"&Last Photo", u"End", "go-last", "mnulast", kBoth},
     {ViewerCommand::OtherSide, u"Other &Side", u"Tab; Shift+Tab", "", "mnuotherside",
      kCompare | kSeparatorBefore},
+    {ViewerCommand::Details, u"To the &Details and Back", u"F6", "", "mnudetails", kCompare},
     {ViewerCommand::Swap, u"S&wap Sides", u"S", "swap-panels", "mnuswap", kCompare},
     {ViewerCommand::Linked, u"Lin&ked Zoom and Scroll", u"L", "link", "mnulinked",
      kCompare | kCheckable},
@@ -66,10 +66,10 @@ constexpr Row kRows[] = {
     {ViewerCommand::Rate3, u"&3 Stars", u"Ctrl+3", "", "mnurate3", kBoth},
     {ViewerCommand::Rate4, u"&4 Stars", u"Ctrl+4", "", "mnurate4", kBoth},
     {ViewerCommand::Rate5, u"&5 Stars", u"Ctrl+5", "", "mnurate5", kBoth},
-    {ViewerCommand::Flag, u"Fla&gged", u"Ctrl+Shift+P", "flag", "mnuflag",
+    {ViewerCommand::Flag, u"Fla&gged", u"Ctrl+Shift+P; P", "flag", "mnuflag",
      kBoth | kSeparatorBefore},
-    {ViewerCommand::Unflag, u"Unflagge&d", u"Ctrl+Shift+U", "edit-clear", "mnuunflag", kBoth},
-    {ViewerCommand::Reject, u"Re&jected", u"Ctrl+Shift+X", "edit-delete-remove", "mnureject",
+    {ViewerCommand::Unflag, u"Unflagge&d", u"Ctrl+Shift+U; U", "edit-clear", "mnuunflag", kBoth},
+    {ViewerCommand::Reject, u"Re&jected", u"Ctrl+Shift+X; X", "edit-delete-remove", "mnureject",
      kBoth},
     {ViewerCommand::Close, u"&End Full Screen", u"Esc; F11; Return; Enter", "", "mnuclose",
      kFull | kSeparatorBefore},
@@ -127,10 +127,11 @@ QAction* ViewerActions::Get(ViewerCommand command) const {
   return found == actions_.end() ? nullptr : found->second;
 }
 
-void ShowOn(PictureView& view, const ViewedPhoto& photo, const QString& message) {
+void ShowOn(PictureView& view, const ViewedPhoto& photo, const QString& message,
+            PictureView::KeepView keep) {
   view.SetMessage(photo.image.isNull() ? message : QString());
   view.ShowImage(photo.image, photo.fullSize,
-                 photo.again ? PictureView::KeepView::SamePhoto : PictureView::KeepView::No);
+                 photo.again ? PictureView::KeepView::SamePhoto : keep);
 }
 
 bool ZoomBy(ViewerCommand command, PictureView& view) {

@@ -7,12 +7,12 @@
 #include <map>
 
 #include "catalogue/catalogue.h"
+#include "imaging/ui/picture_view.h"
 
 class QWidget;
 
 namespace zqm {
 
-class PictureView;
 struct ViewedPhoto;
 
 /// What the keys of the viewers do.
@@ -28,6 +28,7 @@ enum class ViewerCommand {
   Upright,
   Information,
   OtherSide,
+  Details,
   Linked,
   Swap,
   AllValues,
@@ -63,8 +64,10 @@ class ViewerActions : public QObject {
   QList<QAction*> menu_;
 };
 
-/// Puts what a viewer shows into its view; `message` stands where there is no picture.
-void ShowOn(PictureView& view, const ViewedPhoto& photo, const QString& message);
+/// Puts what a viewer shows into its view; `message` stands where there is no picture, `keep` is
+/// for another photo or another size.
+void ShowOn(PictureView& view, const ViewedPhoto& photo, const QString& message,
+            PictureView::KeepView keep);
 
 /// Zooming, if the command is about that.
 bool ZoomBy(ViewerCommand command, PictureView& view);

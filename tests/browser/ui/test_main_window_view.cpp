@@ -80,7 +80,8 @@ TEST_F(MainWindowViewers, SeveralSelectedPhotosAreSeenAloneAndComparedInTheirOrd
     Await(viewer, u"a.jpg"_s);
   });
   Trigger(u"mnufull");
-  EXPECT_EQ(List()->SelectedPaths(), QStringList{photos[0]});
+  EXPECT_EQ(List()->SelectedPaths(), (QStringList{photos[2], photos[0]}));
+  EXPECT_EQ(List()->currentIndex().row(), 0) << "the photo seen last";
 }
 
 }  // namespace

@@ -66,6 +66,10 @@ TEST_F(Thumbnails, KeepTheOrderOfSelection) {
   EXPECT_EQ(view_.SelectedPaths(), Paths({4, 1, 6}));
   Click(1, Qt::ControlModifier);
   EXPECT_EQ(view_.SelectedPaths(), Paths({4, 6}));
+  Click(3);
+  Click(1, Qt::ControlModifier);
+  Click(4, Qt::ShiftModifier);
+  EXPECT_EQ(view_.SelectedPaths(), Paths({1, 2, 3, 4})) << "a range has an order of its own";
   Click(0);
   Click(3, Qt::ShiftModifier);
   EXPECT_EQ(view_.SelectedPaths(), Paths({0, 1, 2, 3}));
@@ -75,6 +79,8 @@ TEST_F(Thumbnails, KeepTheOrderOfSelection) {
   EXPECT_EQ(view_.SelectedPaths(), Paths({0, 1, 2, 3, 4}));
   list_.DeleteImages(Paths({1, 3}));
   EXPECT_EQ(view_.SelectedPaths(), Paths({0, 2, 4}));
+  view_.selectAll();
+  EXPECT_EQ(view_.SelectedPaths(), list_.FileNames()) << "whatever was selected before";
   view_.clearSelection();
   EXPECT_EQ(none.count(), 1);
   view_.SelectPaths(Paths({5, 2}));

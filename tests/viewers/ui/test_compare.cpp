@@ -73,6 +73,44 @@ TEST_F(Compare, LinkedViewsKeepInStepWhateverTheSizes) {
   ExpectInStep();
 }
 
+TEST_F(Compare, LinkedZoomGoesByTheFittedPhotosAndByPercentForActualSize) {
+  Open({scratch_.Write("photos/large.jpg", SampleJpeg(6000, 4000)),
+        scratch_.Write("photos/small.jpg", SampleJpeg(160, 200))});
+  const double large = View(1).Zoom(), small = View(2).Zoom();
+  ASSERT_LT(large, small);
+  Press(Qt::Key_Plus);
+  EXPECT_NEAR(View(1).Zoom() / large, 1.25, 0.01);
+  EXPECT_NEAR(View(2).Zoom() / small, 1.25, 0.01);
+  Press(Qt::Key_1);
+  Press(Qt::Key_Plus);
+  ExpectInStep();
+  Press(Qt::Key_0);
+  QTest::mouseDClick(View(1).viewport(), Qt::LeftButton, {}, QPoint(150, 150));
+  EXPECT_EQ(View(2).Zoom(), 100);
+  Press(Qt::Key_0);
+  Press(Qt::Key_Minus);
+  EXPECT_NEAR(View(2).Zoom() / small, 0.8, 0.01);
+}
+
+TEST_F(Compare, DetailsHaveTheirKeysWhileTheyHaveTheFocusAndTheirTextIsNoMarkup) {
+  const QString a = AddPhoto(u"a<b>.jpg"_s, {{u"EXIF_Model", u"<b>x</b>"}});
+  Open({a, AddPhoto(u"b.jpg"_s), AddPhoto(u"c.jpg"_s)});
+  auto* table = window_->findChild<QTableWidget*>(u"lstdetails"_s);
+  ASSERT_TRUE(Eventually([this] { return Captions().contains(u"Camera Model"_s); }));
+  EXPECT_EQ(Pane(1).findChild<QLabel*>(u"lblname"_s)->textFormat(), Qt::PlainText);
+  const auto model = static_cast<int>(Captions().indexOf(u"Camera Model"_s));
+  EXPECT_TRUE(table->item(model, 1)->toolTip().contains(u"&lt;b&gt;"_s));
+  Press(Qt::Key_F6);
+  ASSERT_TRUE(table->hasFocus());
+  QTest::keyClick(table, Qt::Key_Down);
+  EXPECT_EQ(table->currentRow(), 1);
+  EXPECT_EQ(Pane(1).Viewer().Position(), 0);
+  QTest::keyClick(table, Qt::Key_F6);
+  EXPECT_TRUE(View(1).hasFocus());
+  QTest::keyClick(&View(1), Qt::Key_Down);
+  EXPECT_TRUE(Sees(1, PhotoPath(u"c.jpg"_s)));
+}
+
 TEST_F(Compare, EachSideStepsByItselfAndNeverShowsTheOthersPhoto) {
   const QString a = AddPhoto(u"a.jpg"_s), b = AddPhoto(u"b.jpg"_s), c = AddPhoto(u"c.jpg"_s);
   Open({a, b, c});
@@ -85,6 +123,12 @@ TEST_F(Compare, EachSideStepsByItselfAndNeverShowsTheOthersPhoto) {
   QTest::mouseClick(View(1).viewport(), Qt::LeftButton);
   Press(Qt::Key_Right);
   EXPECT_EQ(Text(u"lblnotice"), u"There is no further photo."_s);
+  Press(Qt::Key_End);
+  EXPECT_EQ(Text(u"lblnotice"), u"There is no further photo."_s);
+  Press(Qt::Key_Tab);
+  Press(Qt::Key_Home);
+  EXPECT_EQ(Text(u"lblnotice"), u"There is no photo before this one."_s);
+  Press(Qt::Key_Tab);
   const int before = Pane(1).x();
   Press(Qt::Key_S);
   EXPECT_TRUE(Eventually([&] { return Pane(2).x() < Pane(1).x(); })) << before;

@@ -15,6 +15,7 @@
 #include "viewers/slideshow_settings.h"
 #include "viewers/ui/frmconfigureslideshow.h"
 #include "viewers/ui/frmslideshow.h"
+#include "viewers/ui/viewer_actions.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -70,12 +71,15 @@ TEST_F(SettingsWindow, WhatIsStartedIsRemembered) {
   QTest::keyClick(List(), Qt::Key_End);
   Duration()->setText(u"60"_s);
   Find<QCheckBox>(u"Check1")->setChecked(true);
+  EXPECT_FALSE(Find<QCheckBox>(u"chkupright")->isChecked());
+  Find<QCheckBox>(u"chkupright")->setChecked(true);
   QTest::keyClick(window_.get(), Qt::Key_Return);
   EXPECT_EQ(window_->result(), QDialog::Accepted);
   EXPECT_EQ(window_->Plan().photos, (QStringList{wide_, tall_}));
   EXPECT_EQ(window_->Plan().transition, 163);
   EXPECT_EQ(window_->Plan().interval, 60s);
-  EXPECT_TRUE(window_->Plan().keys);
+  EXPECT_TRUE(window_->Plan().keys && window_->Plan().upright);
+  EXPECT_TRUE(ShownUpright()) << "one answer for all viewers";
   Open();
   EXPECT_EQ(List()->currentRow(), 163);
   EXPECT_EQ(Duration()->text(), u"60");
