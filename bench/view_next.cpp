@@ -89,8 +89,8 @@ void Measure(Session& session, const QStringList& photos) {
   }
   std::ranges::sort(times);
   std::printf(
-      "next of %d photos painted on %d x %d, decoded ahead, %d steps: median %.1f ms, "
-      "worst %.1f ms (bar: under 50 ms)\n",
+      "the next of %d photos on %d x %d, median of %d steps  %.1f ms, worst %.1f ms "
+      "(bar: under 50 ms)\n",
       static_cast<int>(photos.size()), window.width(), window.height(), kSteps,
       times[times.size() / 2], times.back());
 }
